@@ -1,0 +1,36 @@
+#include "sync/ChangedPaths.h"
+
+namespace zonmetadata {
+
+void AddIncludePath(std::set<Path>& paths, const Path& path) {
+    if (ChildPaths(path).empty()) {
+        paths.insert(path);
+    }
+}
+
+} // namespace zonmetadata
+
+namespace zonstoryparser {
+
+zonmetadata::Path PathOf(const ScriptProperty& property) {
+    return zonmetadata::PathForSchemaNameAndPropertyName(property.schemaNS, property.name);
+}
+
+void AppendHeadingPaths(ChangedPaths& changed) {
+    for (const ScriptProperty& property : {kSceneSettingProperty, kShotLocationProperty, kSceneTimeOfDayProperty}) {
+        changed.push_back(PathOf(property));
+    }
+}
+
+void AppendArrayItemLeafPaths(ChangedPaths& changed, const zonmetadata::Path& array, XMP_Index count) {
+    for (XMP_Index index = 1; index <= count; ++index) {
+        std::set<zonmetadata::Path> leaves;
+        for (const zonmetadata::Path& leaf :
+             zonmetadata::DescendantLeafPaths(zonmetadata::CreatePathFromArrayItem(array, index))) {
+            zonmetadata::AddIncludePath(leaves, leaf);
+        }
+        changed.insert(changed.end(), leaves.begin(), leaves.end());
+    }
+}
+
+} // namespace zonstoryparser

@@ -1,0 +1,84 @@
+#include <algorithm>
+
+#include <zonstoryparser/Story.h>
+
+#include "script/SceneText.h"
+#include "sync/ChangedPaths.h"
+#include "sync/LocalizedMessage.h"
+
+namespace zonstoryparser {
+
+namespace {
+
+constexpr char kSceneHeadingError[] =
+    "$$$/zonstoryparser/SceneHeadingError=Error writing scene heading to XMP";
+constexpr char kActionTextError[] = "$$$/zonstoryparser/ActionTextError=Error writing action text to XMP";
+constexpr char kCharacterDialogError[] =
+    "$$$/zonstoryparser/CharacterDialogError=Error writing character dialogue to XMP";
+
+XMP_Index CountDialogueItems(const SXMPMeta& xmp) {
+    return xmp.CountArrayItems(kDialogSequenceProperty.schemaNS, kDialogSequenceProperty.name);
+}
+
+// On purpose: a scene without a heading leaves the clip's old heading alone. Held by WriteSceneMetadataTest.
+bool WriteHeading(const UString& heading, SXMPMeta& xmp, ChangedPaths& changed) {
+    if (heading.empty()) {
+        return true;
+    }
+    UString setting;
+    UString location;
+    UString timeOfDay;
+    ParseSceneHeading(heading, setting, location, timeOfDay);
+    if (!WriteSceneHeadingToXMP(setting, location, timeOfDay, xmp)) {
+        return false;
+    }
+    AppendHeadingPaths(changed);
+    return true;
+}
+
+// On purpose: an empty action writes nothing, and is reported all the same. Held by WriteSceneMetadataTest.
+bool WriteAction(const UString& action, SXMPMeta& xmp, ChangedPaths& changed) {
+    if (!WriteActionToXMP(action, xmp)) {
+        return false;
+    }
+    changed.push_back(PathOf(kActionProperty));
+    return true;
+}
+
+// On purpose: the array's own path is reported when it comes into being and at no other time, not even when it shrinks
+// to nothing; and writing is tried also after a failed delete. Held by WriteSceneMetadataTest.
+bool RebuildDialogue(const std::vector<CharacterDialogue>& dialogues, SXMPMeta& xmp, ChangedPaths& changed) {
+    const XMP_Index oldCount = CountDialogueItems(xmp);
+    const bool isDeleted = DeleteCharacterDialogueFromXMP(xmp);
+    const bool isWritten = WriteCharacterDialogueToXMP(dialogues, xmp);
+    if (!isDeleted || !isWritten) {
+        return false;
+    }
+    const XMP_Index newCount = CountDialogueItems(xmp);
+    const zonmetadata::Path array = PathOf(kDialogSequenceProperty);
+    if (oldCount == 0 && newCount > 0) {
+        changed.push_back(array);
+    }
+    AppendArrayItemLeafPaths(changed, array, std::max(oldCount, newCount));
+    return true;
+}
+
+} // namespace
+
+UString WriteSceneMetadataIntoXMP(boost::intrusive_ptr<Scene> scene, SXMPMeta& xmp,
+                                  std::vector<zonmetadata::Path>& changed) {
+    RegisterNamespaces();
+    const SceneText text = GatherSceneText(*scene);
+    if (!WriteHeading(text.heading, xmp, changed)) {
+        return LocalizedMessage(kSceneHeadingError);
+    }
+    if (!WriteAction(text.action, xmp, changed)) {
+        return LocalizedMessage(kActionTextError);
+    }
+    if (!RebuildDialogue(text.dialogues, xmp, changed)) {
+        return LocalizedMessage(kCharacterDialogError);
+    }
+    return {};
+}
+
+} // namespace zonstoryparser

@@ -1,0 +1,58 @@
+#include "toolkit/ToolkitCall.h"
+
+#include <utility>
+
+namespace zonstoryparser {
+
+namespace {
+
+// The toolkit gives its own texts to standard error alone.
+const char* Reason(std::int32_t id) {
+    static constexpr std::pair<std::int32_t, const char*> kReasons[] = {
+        {3, "invalid object"},
+        {kXMPErr_BadParam, "invalid value"},
+        {kXMPErr_InternalFailure, "internal failure"},
+        {kXMPErr_ExternalFailure, "failure of the file system"},
+        {15, "out of memory"},
+        {kXMPErr_BadSchema, "the namespace is empty or not registered"},
+        {kXMPErr_BadXPath, "the path is malformed or does not fit the property's form"},
+        {kXMPErr_BadOptions, "the options contradict each other or the value"},
+        {kXMPErr_BadIndex, "the array index is out of range"},
+        {106, "the text cannot be parsed"},
+        {kXMPErr_BadSerialize, "the packet does not fit"},
+        {kXMPErr_BadFileFormat, "the file is not what its format requires"},
+        {109, "no handler knows the file"},
+        {kXMPErr_BadXML, "not well-formed XML"},
+        {202, "not valid RDF"},
+        {203, "not valid XMP"},
+        {kXMPErr_BadUnicode, "a character that XML cannot hold"},
+    };
+    for (const auto& [candidate, reason] : kReasons) {
+        if (candidate == id) {
+            return reason;
+        }
+    }
+    return "the toolkit refused";
+}
+
+} // namespace
+
+std::int32_t LastToolkitError() {
+    return -xmp_get_error();
+}
+
+void ThrowToolkitError(std::int32_t id, const char* operation, const std::string& subject) {
+    std::string message = operation;
+    if (!subject.empty()) {
+        message += ' ' + subject;
+    }
+    message += std::string(": ") + Reason(id) + " (XMP error " + std::to_string(id) + ')';
+    throw XMP_Error(id, std::move(message));
+}
+
+std::string PropertySubject(const char* schemaNS, const char* name) {
+    return std::string("property '") + (name != nullptr ? name : "") + "' of '" +
+           (schemaNS != nullptr ? schemaNS : "") + '\'';
+}
+
+} // namespace zonstoryparser
