@@ -1,0 +1,221 @@
+#include "story/StoryDriver.h"
+
+#include <cstring>
+#include <new>
+#include <utility>
+
+#include <expat.h>
+
+#include "story/SingleByteEncoding.h"
+
+static_assert(sizeof(XML_Char) == sizeof(char16_t), "the XML parser must be the build that reports UTF-16");
+
+namespace zonstory {
+
+namespace {
+
+// The parser says unsigned short for the same sixteen bits.
+const char16_t* Units(const XML_Char* text) {
+    return reinterpret_cast<const char16_t*>(text);
+}
+
+const char16_t* const* Units(const XML_Char** texts) {
+    return reinterpret_cast<const char16_t* const*>(texts);
+}
+
+std::string UTF8(const XML_Char* text) {
+    return zoncore::UTF16to8(Units(text));
+}
+
+} // namespace
+
+/// What the parser calls: hands the event on and keeps every exception away from the parser, which is C.
+struct ExpatCallbacks {
+    template <typename Step>
+    static void Guarded(void* data, Step step) {
+        auto& driver = *static_cast<StoryDriver*>(data);
+        try {
+            step(driver);
+        } catch (...) {
+            driver.mThrown = std::current_exception();
+            XML_StopParser(driver.mExpat.get(), XML_FALSE);
+        }
+    }
+
+    static void XMLCALL Start(void* data, const XML_Char* name, const XML_Char** attributes) {
+        Guarded(data, [&](StoryDriver& driver) { driver.StartElement(Units(name), Units(attributes)); });
+    }
+
+    static void XMLCALL End(void* data, const XML_Char* name) {
+        Guarded(data, [&](StoryDriver& driver) { driver.EndElement(Units(name)); });
+    }
+
+    static void XMLCALL Text(void* data, const XML_Char* text, int length) {
+        Guarded(data, [&](StoryDriver& driver) {
+            driver.Characters(Units(text), static_cast<std::size_t>(length));
+        });
+    }
+
+    // Passed over, such an entity would lose text without a word.
+    static int XMLCALL ExternalEntity(XML_Parser parser, const XML_Char*, const XML_Char*,
+                                      const XML_Char* systemId, const XML_Char*) {
+        Guarded(XML_GetUserData(parser), [&](StoryDriver& driver) {
+            const std::string source = systemId == nullptr ? "" : " '" + UTF8(systemId) + "'";
+            driver.Stop("the text of an external entity" + source +
+                        " is asked for; nothing outside the file is read");
+        });
+        return XML_STATUS_ERROR;
+    }
+
+    static void XMLCALL SkippedEntity(void* data, const XML_Char* name, int isParameterEntity) {
+        if (isParameterEntity == 0) {
+            Guarded(data, [&](StoryDriver& driver) {
+                driver.Stop("the entity '" + UTF8(name) + "' is not defined in the file");
+            });
+        }
+    }
+
+    static int XMLCALL UnknownEncoding(void* data, const XML_Char* name, XML_Encoding* info) {
+        int status = XML_STATUS_ERROR;
+        Guarded(data, [&](StoryDriver& driver) {
+            driver.mUnknownEncoding = UTF8(name);
+            if (const auto table = FindSingleByteEncoding(driver.mUnknownEncoding)) {
+                std::memcpy(info->map, table->data(), sizeof info->map);
+                info->data = nullptr;
+                info->convert = nullptr;
+                info->release = nullptr;
+                status = XML_STATUS_OK;
+            }
+        });
+        return status;
+    }
+};
+
+void StoryDriver::FreeParser::operator()(XML_ParserStruct* parser) const {
+    XML_ParserFree(parser);
+}
+
+StoryDriver::StoryDriver(std::string name, const StoryReadOptions& options)
+    : mName(std::move(name)), mOptions(options), mExpat(XML_ParserCreate(nullptr)) {
+    if (!mExpat) {
+        throw std::bad_alloc();
+    }
+    XML_Parser parser = mExpat.get();
+    XML_SetUserData(parser, this);
+    XML_SetElementHandler(parser, &ExpatCallbacks::Start, &ExpatCallbacks::End);
+    XML_SetCharacterDataHandler(parser, &ExpatCallbacks::Text);
+    XML_SetExternalEntityRefHandler(parser, &ExpatCallbacks::ExternalEntity);
+    XML_SetSkippedEntityHandler(parser, &ExpatCallbacks::SkippedEntity);
+    XML_SetUnknownEncodingHandler(parser, &ExpatCallbacks::UnknownEncoding, this);
+    mHandler.StartDocument();
+}
+
+char* StoryDriver::Buffer(std::size_t size) {
+    void* const buffer = XML_GetBuffer(mExpat.get(), static_cast<int>(size));
+    if (buffer == nullptr) {
+        throw std::bad_alloc();
+    }
+    return static_cast<char*>(buffer);
+}
+
+void StoryDriver::Parse(std::size_t length, bool isLast) {
+    if (XML_ParseBuffer(mExpat.get(), static_cast<int>(length), isLast ? 1 : 0) != XML_STATUS_ERROR) {
+        return;
+    }
+    if (mThrown) {
+        std::rethrow_exception(mThrown);
+    }
+    if (mStopped) {
+        Fail(mStopped->Position(), mStopped->Message());
+    }
+    const XML_Error code = XML_GetErrorCode(mExpat.get());
+    if (code == XML_ERROR_NO_MEMORY) {
+        throw std::bad_alloc();
+    }
+    if (code == XML_ERROR_UNKNOWN_ENCODING) {
+        Fail(Here(), "the encoding '" + mUnknownEncoding + "' is not known; save the story as UTF-8");
+    }
+    Fail(Here(), std::string("not well-formed XML: ") + XML_ErrorString(code));
+}
+
+void StoryDriver::FailToRead(const std::string& reason) {
+    Fail({}, reason);
+}
+
+Story StoryDriver::Finish() {
+    mHandler.EndDocument();
+    if (!mHandler.GetStory()) {
+        Fail(mRootPosition, "no story: the file's root is <" + mRootName + ">, not <Talewright>");
+    }
+    return {mHandler.GetStory(), std::move(mLines)};
+}
+
+void StoryDriver::StartElement(const char16_t* name, const char16_t* const* attributes) {
+    CachedElement& element = mElements.Find(name);
+    element.SetAttributes(attributes);
+    if (mOpen.empty()) {
+        mRootName = zoncore::UTF16to8(element.Name());
+        mRootPosition = Here();
+    }
+    mOpen.push_back(&element);
+    if (mOpen.size() > mOptions.maxDepth) {
+        return Stop("elements are nested more than " + std::to_string(mOptions.maxDepth) + " deep");
+    }
+    mHandler.StartElement(element.Name(), element.Attributes());
+    if (mHandler.HasParseError()) {
+        return StopAtHandlersError();
+    }
+    if (mOptions.recordLines) {
+        RecordLine(element.Name());
+    }
+}
+
+void StoryDriver::EndElement(const char16_t* name) {
+    CachedElement& element = *mOpen.back();
+    mOpen.pop_back();
+    element.SetName(name); // another element may have used the place meanwhile
+    mHandler.EndElement(element.Name());
+    if (mHandler.HasParseError()) {
+        StopAtHandlersError();
+    }
+}
+
+void StoryDriver::Characters(const char16_t* text, std::size_t length) {
+    mText.assign(text, length);
+    mHandler.Characters(mText);
+}
+
+void StoryDriver::RecordLine(const zoncore::UString& name) {
+    const std::size_t line = XML_GetCurrentLineNumber(mExpat.get());
+    if (name == u"paragraph") {
+        mLines.AfterParagraph(line);
+    } else if (name == u"scene") {
+        mLines.AfterScene(line);
+    } else if (name == u"section") {
+        mLines.AfterSection(mHandler.GetStory().get(), line);
+    }
+}
+
+void StoryDriver::StopAtHandlersError() {
+    Stop(zoncore::UTF16to8(mHandler.GetParseError()));
+}
+
+void StoryDriver::Stop(const std::string& message) {
+    if (!mStopped) {
+        mStopped.emplace(mName, Here(), message);
+        XML_StopParser(mExpat.get(), XML_FALSE);
+    }
+}
+
+SourcePosition StoryDriver::Here() const {
+    return {XML_GetCurrentLineNumber(mExpat.get()), XML_GetCurrentColumnNumber(mExpat.get()) + 1};
+}
+
+void StoryDriver::Fail(SourcePosition position, const std::string& message) {
+    if (!mHandler.HasParseError()) {
+        mHandler.SetParseError(zoncore::UTF8to16(message));
+    }
+    throw StoryError(mName, position, zoncore::UTF16to8(mHandler.GetParseError()));
+}
+
+} // namespace zonstory

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include <boost/smart_ptr/intrusive_ptr.hpp>
+
+#include <zonstoryparser/StoryModel.h>
+
+#include "story/SourceLines.h"
+#include "story/StoryError.h"
+
+/// Reads a story file: an XML parser drives the library's handler.
+///
+/// The file is read as it comes, in pieces; beside the story only a piece, the longest single tag or text
+/// between two tags, and the open elements are in memory. UTF-8, UTF-16, Latin-1, ASCII and the one-byte
+/// encodings that the system knows are read. Nothing outside the file is ever fetched: an external DTD is
+/// passed over, a reference to an external entity is an error. Internal entities are expanded within the XML
+/// parser's limits against amplification.
+namespace zonstory {
+
+struct StoryReadOptions {
+    bool recordLines = false;          ///< Fill Story::lines.
+    std::size_t maxDepth = 1000;       ///< Elements nested deeper are an error; a story needs nine.
+    std::size_t pieceSize = 64 * 1024; ///< How many bytes are read at a time.
+};
+
+struct Story {
+    boost::intrusive_ptr<zonstoryparser::Talewright> root; ///< Never null.
+    SourceLines lines;
+};
+
+/// @param path  A file's name, or "-" for standard input.
+/// @throws StoryError when the file cannot be read, is not well-formed, breaks the format's rules, or is no
+/// story.
+Story ReadStory(const std::string& path, const StoryReadOptions& options = {});
+
+/// Reads a story from memory.
+/// @param name  Stands for the file's name in an error.
+/// @throws StoryError
+Story ReadStoryFromMemory(std::string_view bytes, const std::string& name,
+                          const StoryReadOptions& options = {});
+
+} // namespace zonstory
