@@ -37,8 +37,8 @@ struct ShotXMP {
     std::string xmpPacket; ///< A complete XMP packet, UTF-8.
 };
 
-/// The prefixes that RegisterNamespaces() suggests: "xmpScript", "xmpDM", "dc", without a colon. A host may point one at
-/// another string of its own (NUL-terminated ASCII, alive as long as it stands here) before the first registration.
+/// The prefixes that RegisterNamespaces() suggests: "xmpScript", "xmpDM", "dc", without a colon. A host may point one
+/// at another string of its own (NUL-terminated ASCII, alive as long as it stands here) before the first registration.
 extern ZONSTORYPARSER_API const char* kXMP_NS_SCRIPT_Prefix;
 extern ZONSTORYPARSER_API const char* kXMP_NS_DM_Prefix;
 extern ZONSTORYPARSER_API const char* kXMP_NS_DC_Prefix;
@@ -51,7 +51,7 @@ extern ZONSTORYPARSER_API const char* kXMP_NS_DC_Prefix;
 /// @param paragraph  Not null.
 ZONSTORYPARSER_API void GetTextRuns(boost::intrusive_ptr<Paragraph> paragraph, UString& text);
 
-/// Splits a scene heading: "INT. HOUSE - NIGHT" has the setting "INT", the location "HOUSE" and the time of day "NIGHT".
+/// Splits a scene heading: "INT. HOUSE - NIGHT" is the setting "INT", the location "HOUSE", the time of day "NIGHT".
 ///
 /// The settings of English, German and Romance-language scripts are known, in any ASCII case, and come out in capitals;
 /// another word in front of a dot is taken as it stands. Each output is assigned when the heading gives it and left
@@ -59,8 +59,8 @@ ZONSTORYPARSER_API void GetTextRuns(boost::intrusive_ptr<Paragraph> paragraph, U
 ZONSTORYPARSER_API void ParseSceneHeading(const UString& heading, UString& setting, UString& location,
                                           UString& timeOfDay);
 
-/// Splits what follows the setting. The leftmost "-" behind the first character parts location from time of day; without
-/// one, a last word such as "night" gives the time of day "Night" and stays in the location. Outputs as above.
+/// Splits what follows the setting. The leftmost "-" behind the first character parts location from time of day;
+/// without one, a last word such as "night" gives the time of day "Night" and stays in the location. Outputs as above.
 /// @param rightHalf  Not empty.
 ZONSTORYPARSER_API void ParseRightHalf(const UString& rightHalf, UString& location, UString& timeOfDay);
 
@@ -90,8 +90,8 @@ ZONSTORYPARSER_API bool GetSceneXMP(boost::intrusive_ptr<Talewright> story, boos
 /// @param shotDuration  "h:m:s", as for WriteShotDurationToXMP().
 /// @throws XMP_Error when the packet cannot be made; nothing is appended then.
 ZONSTORYPARSER_API void PushShotXMP(UString& shotID, UString sceneNumber, std::int32_t reserved, UString shotDuration,
-                                    UString& sceneHeading, UString& action,
-                                    std::vector<CharacterDialogue>& dialogues, std::vector<ShotXMP>& shots);
+                                    UString& sceneHeading, UString& action, std::vector<CharacterDialogue>& dialogues,
+                                    std::vector<ShotXMP>& shots);
 /// @}
 
 /// Makes the Dynamic Media, Dublin Core and Script namespaces known to the toolkit. Harmless when repeated. The other
@@ -121,8 +121,8 @@ ZONSTORYPARSER_API bool WriteShotNumberToXMP(int shotNumber, SXMPMeta& xmp);
 ZONSTORYPARSER_API bool WriteShotDurationToXMP(const UString& duration, SXMPMeta& xmp);
 /// xmpScript "action".
 ZONSTORYPARSER_API bool WriteActionToXMP(const UString& action, SXMPMeta& xmp);
-/// xmpScript "dialogSequence", an ordered array of structs of "character" and "dialog". Appends to what the array holds:
-/// DeleteCharacterDialogueFromXMP() first to replace it. Empty names and texts are written too; an empty list is not.
+/// xmpScript "dialogSequence", an ordered array of structs of "character" and "dialog". Appends to what the array
+/// holds: DeleteCharacterDialogueFromXMP() first to replace it. Empty names and texts are written too.
 ZONSTORYPARSER_API bool WriteCharacterDialogueToXMP(const std::vector<CharacterDialogue>& list, SXMPMeta& xmp);
 /// @}
 
@@ -153,8 +153,8 @@ ZONSTORYPARSER_API bool GetCharacterDialogueFromXMP(SXMPMeta& xmp, XMP_OptionBit
 /// @}
 
 /// @name Deleters
-/// @return true when the property is gone, whether or not it was there; false when the toolkit refuses, whose message is
-///         dropped. What was deleted before the refusal stays deleted.
+/// @return true when the property is gone, whether or not it was there; false when the toolkit refuses, whose message
+///         is dropped. What was deleted before the refusal stays deleted.
 /// @{
 
 /// All three properties of WriteSceneHeadingToXMP(), in its order.
@@ -185,8 +185,8 @@ ZONSTORYPARSER_API bool HasAnyStoryRelatedMetadata(SXMPMeta& xmp);
 ///
 /// A scene without a heading leaves the old heading in place and does not report it; one without action leaves the old
 /// action in place and reports its path all the same. The dialogue is always rebuilt from nothing. The array's own path
-/// is reported when it comes into being, and at no other time; its items' fields are always reported, up to the larger of
-/// the item counts before and after.
+/// is reported when it comes into being, and at no other time; its items' fields are always reported, up to the larger
+/// of the item counts before and after.
 /// @param scene  Not null; not changed.
 ZONSTORYPARSER_API UString WriteSceneMetadataIntoXMP(boost::intrusive_ptr<Scene> scene, SXMPMeta& xmp,
                                                      std::vector<zonmetadata::Path>& changed);

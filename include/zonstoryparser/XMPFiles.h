@@ -6,8 +6,8 @@
 /// How a file is opened.
 constexpr XMP_OptionBits kXMPFiles_OpenForRead = 0x1;
 constexpr XMP_OptionBits kXMPFiles_OpenForUpdate = 0x2;
-constexpr XMP_OptionBits kXMPFiles_OpenOnlyXMP = 0x4;             ///< The packet as it is, not reconciled with others.
-constexpr XMP_OptionBits kXMPFiles_OptimizeFileLayout = 0x200;    ///< Keep or move an MP4's or MOV's index to the front.
+constexpr XMP_OptionBits kXMPFiles_OpenOnlyXMP = 0x4;          ///< The packet as it is, not reconciled with others.
+constexpr XMP_OptionBits kXMPFiles_OptimizeFileLayout = 0x200; ///< Keep or move an MP4's or MOV's index to the front.
 
 /// The XMP inside media files, as the toolkit's file handlers read and write it.
 ///

@@ -39,17 +39,17 @@ constexpr XMP_OptionBits kXMP_UseCompactFormat = 0x40;
 
 /// The toolkit's ids that a host most often tells apart.
 constexpr std::int32_t kXMPErr_Unknown = 0;
-constexpr std::int32_t kXMPErr_BadParam = 4;       ///< Among others: text that is not well-formed UTF-8.
+constexpr std::int32_t kXMPErr_BadParam = 4; ///< Among others: text that is not well-formed UTF-8.
 constexpr std::int32_t kXMPErr_InternalFailure = 9;
 constexpr std::int32_t kXMPErr_ExternalFailure = 11;
-constexpr std::int32_t kXMPErr_BadSchema = 101;    ///< A namespace URI that is empty or not registered.
-constexpr std::int32_t kXMPErr_BadXPath = 102;     ///< A malformed path, or one that does not fit the property's form.
+constexpr std::int32_t kXMPErr_BadSchema = 101; ///< A namespace URI that is empty or not registered.
+constexpr std::int32_t kXMPErr_BadXPath = 102;  ///< A malformed path, or one that does not fit the property's form.
 constexpr std::int32_t kXMPErr_BadOptions = 103;
 constexpr std::int32_t kXMPErr_BadIndex = 104;
 constexpr std::int32_t kXMPErr_BadSerialize = 107;
 constexpr std::int32_t kXMPErr_BadFileFormat = 108;
 constexpr std::int32_t kXMPErr_BadXML = 201;
-constexpr std::int32_t kXMPErr_BadUnicode = 205;   ///< U+FFFE and U+FFFF, which XML cannot hold.
+constexpr std::int32_t kXMPErr_BadUnicode = 205; ///< U+FFFE and U+FFFF, which XML cannot hold.
 
 /// A failure of the toolkit.
 class ZONSTORYPARSER_API XMP_Error : public std::exception {
@@ -90,8 +90,7 @@ public:
     /// @param registeredPrefix  Receives the prefix in use, with its trailing colon; may be null.
     /// @return true when that prefix is the suggested one.
     /// @throws XMP_Error for an empty URI, or a prefix that is empty or no XML name.
-    static bool RegisterNamespace(const char* namespaceURI, const char* suggestedPrefix,
-                                  std::string* registeredPrefix);
+    static bool RegisterNamespace(const char* namespaceURI, const char* suggestedPrefix, std::string* registeredPrefix);
     /// @param prefix  Receives the prefix in use, with its trailing colon; may be null. Left alone on false.
     /// @return Whether the namespace is known.
     static bool GetNamespacePrefix(const char* namespaceURI, std::string* prefix);

@@ -19,8 +19,12 @@ struct ElementName {
 };
 
 constexpr ElementName kElementNames[] = {
-    {u"SceneHeading", kSceneHeading}, {u"Character", kCharacter},   {u"Dialog", kDialog},
-    {u"Action", kAction},             {u"Shot", kShot},             {u"Parenthetical", kParenthetical},
+    {u"SceneHeading", kSceneHeading},
+    {u"Character", kCharacter},
+    {u"Dialog", kDialog},
+    {u"Action", kAction},
+    {u"Shot", kShot},
+    {u"Parenthetical", kParenthetical},
     {u"Transition", kTransition},
 };
 
@@ -45,16 +49,11 @@ bool IsSupportedVersion(const UString& version) {
 } // namespace
 
 StoryParser::StoryParser()
-    : mTagCodes{{u"Talewright", kTagRoot},
-                {u"document", kTagDocument},
-                {u"stream", kTagStream},
-                {u"section", kTagSection},
-                {u"scene", kTagScene},
-                {u"paragraph", kTagParagraph},
-                {u"textRun", kTagTextRun},
-                {u"commentStream", kTagCommentStream},
-                {u"metaData", kTagMetaData},
-                {u"Tag", kTagTag}},
+    : mTagCodes{{u"Talewright", kTagRoot},   {u"document", kTagDocument},
+                {u"stream", kTagStream},     {u"section", kTagSection},
+                {u"scene", kTagScene},       {u"paragraph", kTagParagraph},
+                {u"textRun", kTagTextRun},   {u"commentStream", kTagCommentStream},
+                {u"metaData", kTagMetaData}, {u"Tag", kTagTag}},
       mCurrentTag(kTagUnknown) {}
 
 StoryParser::~StoryParser() = default;
@@ -151,7 +150,7 @@ std::uint32_t StoryParser::GetElement(const AttributeMap& attributes) const {
 }
 
 // On purpose: a second root takes the place of the first, and a root of another version stays in reach.
-// Held by StoryParserTest, SecondRootReplacesTheFirst and the version table.
+// Held by the tests StoryParser, SecondRootReplacesTheFirst and the version table.
 void StoryParser::StartRoot(const AttributeMap& attributes) {
     mStory = new Talewright;
     mStory->version = Attribute(attributes, kVersion);
@@ -264,7 +263,7 @@ void StoryParser::StartTag(const AttributeMap& attributes) {
 }
 
 // On purpose: a run keeps the first text it received, and the last run stays open beyond its end tag, so text of a run
-// outside any paragraph goes to an empty last run. Held by StoryParserTest, ARunKeepsItsFirstText.
+// outside any paragraph goes to an empty last run. Held by the tests StoryParser, ARunKeepsItsFirstText.
 void StoryParser::EndTextRun() {
     if (mTextRun && mTextRun->text.empty()) {
         mTextRun->text = mText; // a copy takes no more room than it needs, and the accumulator keeps its own

@@ -22,7 +22,7 @@ UString DumpPath(std::int32_t sceneCount, std::int32_t shotCount) {
 }
 
 // On purpose: every section counts its scenes from 1, so a comment stream's files take the place of the body's. Held by
-// StoryTraversalTest.
+// the tests StoryTraversal.
 void TraverseSection(const boost::intrusive_ptr<Talewright>& story, const boost::intrusive_ptr<Section>& section) {
     if (!section) {
         return;

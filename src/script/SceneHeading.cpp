@@ -13,13 +13,13 @@ namespace {
 using View = std::u16string_view;
 
 // On purpose: the order, and that a word need only be a prefix, make "INT/EXT" and the like unreachable behind "INT".
-// Clips already written depend on it. Held by SceneHeadingTest, the rows of PrefixOrder.
+// Clips already written depend on it. Held by the tests SceneHeading, the rows of PrefixOrder.
 constexpr View kSceneSettings[] = {
-    u"INT", u"EXT",  u"I/E", u"E/I", u"INT/EXT",  u"EXT/INT",  u"P.O.V.",     u"INN",    u"AUSS",
-    u"I/A", u"A/I",  u"INN/AUSS",    u"AUSS/INN", u"SUBJEKTIVE", u"P.D.V.",   u"EST",    u"INT/EST",
+    u"INT", u"EXT", u"I/E",      u"E/I",      u"INT/EXT",    u"EXT/INT", u"P.O.V.", u"INN",     u"AUSS",
+    u"I/A", u"A/I", u"INN/AUSS", u"AUSS/INN", u"SUBJEKTIVE", u"P.D.V.",  u"EST",    u"INT/EST",
 };
 
-// On purpose: "Night" comes before "Late Night", which is therefore never the result. Held by SceneHeadingTest.
+// On purpose: "Night" comes before "Late Night", which is therefore never the result. Held by the tests SceneHeading.
 constexpr View kTimesOfDay[] = {u"Day", u"Night", u"Evening", u"Morning", u"Late Night"};
 
 constexpr View kBlanks = u" \t";
@@ -88,7 +88,7 @@ void ParseSceneHeading(const UString& heading, UString& setting, UString& locati
 }
 
 // On purpose: the leftmost dash parts the text, so "SMITH-JONES HOUSE - DAY" is the location "SMITH"; and a word that
-// gives the time of day stays in the location. Held by SceneHeadingTest.
+// gives the time of day stays in the location. Held by the tests SceneHeading.
 void ParseRightHalf(const UString& rightHalf, UString& location, UString& timeOfDay) {
     const View text = rightHalf;
     const std::size_t dash = text.find(kTimeSeparator, 1); // a dash in front of everything parts nothing

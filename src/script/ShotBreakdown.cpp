@@ -49,8 +49,8 @@ bool GetSceneXMP(boost::intrusive_ptr<Talewright>, boost::intrusive_ptr<Scene> s
     return true;
 }
 
-// On purpose: what a writer reports is not looked at, so that a value XMP refuses costs the packet that value alone; and
-// no shot number is written. Held by ShotBreakdownTest.
+// On purpose: what a writer reports is not looked at, so that a value XMP refuses costs the packet that value alone;
+// and no shot number is written. Held by the tests ShotBreakdown.
 void PushShotXMP(UString& shotID, UString sceneNumber, std::int32_t, UString shotDuration, UString& sceneHeading,
                  UString& action, std::vector<CharacterDialogue>& dialogues, std::vector<ShotXMP>& shots) {
     if (shotID.empty() || (action.empty() && dialogues.empty() && sceneHeading.empty())) {

@@ -16,7 +16,7 @@ constexpr char kDeleteCharacterDialogError[] =
 
 } // namespace
 
-// On purpose: the array's own path is never reported, although the array goes. Held by ClearSceneMetadataTest.
+// On purpose: the array's own path is never reported, although the array goes. Held by the tests ClearSceneMetadata.
 UString ClearSceneMetadataFromXMP(SXMPMeta& xmp, std::vector<zonmetadata::Path>& changed) {
     RegisterNamespaces();
     if (!DeleteSceneHeadingFromXMP(xmp)) {

@@ -5,8 +5,8 @@
 namespace zonstoryparser {
 
 /// The message in the current language.
-/// @param keyLiteral  "$$$/zonstoryparser/Key=English text". Translators know the keys and hosts show the texts: neither
-///                    changes.
+/// @param keyLiteral  "$$$/zonstoryparser/Key=English text". Translators know the keys and hosts show the texts:
+///                    neither changes.
 zoncore::UString LocalizedMessage(const char* keyLiteral);
 
 } // namespace zonstoryparser

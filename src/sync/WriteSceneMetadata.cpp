@@ -10,8 +10,7 @@ namespace zonstoryparser {
 
 namespace {
 
-constexpr char kSceneHeadingError[] =
-    "$$$/zonstoryparser/SceneHeadingError=Error writing scene heading to XMP";
+constexpr char kSceneHeadingError[] = "$$$/zonstoryparser/SceneHeadingError=Error writing scene heading to XMP";
 constexpr char kActionTextError[] = "$$$/zonstoryparser/ActionTextError=Error writing action text to XMP";
 constexpr char kCharacterDialogError[] =
     "$$$/zonstoryparser/CharacterDialogError=Error writing character dialogue to XMP";
@@ -20,7 +19,7 @@ XMP_Index CountDialogueItems(const SXMPMeta& xmp) {
     return xmp.CountArrayItems(kDialogSequenceProperty.schemaNS, kDialogSequenceProperty.name);
 }
 
-// On purpose: a scene without a heading leaves the clip's old heading alone. Held by WriteSceneMetadataTest.
+// On purpose: a scene without a heading leaves the clip's old heading alone. Held by the tests WriteSceneMetadata.
 bool WriteHeading(const UString& heading, SXMPMeta& xmp, ChangedPaths& changed) {
     if (heading.empty()) {
         return true;
@@ -36,7 +35,7 @@ bool WriteHeading(const UString& heading, SXMPMeta& xmp, ChangedPaths& changed) 
     return true;
 }
 
-// On purpose: an empty action writes nothing, and is reported all the same. Held by WriteSceneMetadataTest.
+// On purpose: an empty action writes nothing, and is reported all the same. Held by the tests WriteSceneMetadata.
 bool WriteAction(const UString& action, SXMPMeta& xmp, ChangedPaths& changed) {
     if (!WriteActionToXMP(action, xmp)) {
         return false;
@@ -46,7 +45,7 @@ bool WriteAction(const UString& action, SXMPMeta& xmp, ChangedPaths& changed) {
 }
 
 // On purpose: the array's own path is reported when it comes into being and at no other time, not even when it shrinks
-// to nothing; and writing is tried also after a failed delete. Held by WriteSceneMetadataTest.
+// to nothing; and writing is tried also after a failed delete. Held by the tests WriteSceneMetadata.
 bool RebuildDialogue(const std::vector<CharacterDialogue>& dialogues, SXMPMeta& xmp, ChangedPaths& changed) {
     const XMP_Index oldCount = CountDialogueItems(xmp);
     const bool isDeleted = DeleteCharacterDialogueFromXMP(xmp);

@@ -43,8 +43,8 @@ void SXMPFiles::OpenFile(const char* path, XMP_OptionBits options) {
         kOperation,
         [&] { return xmp_files_open(Handle(mObject), name.c_str(), static_cast<XmpOpenFileOptions>(options)); },
         subject);
-    if (!isOpen) { // refused without an error of its own
-        zonstoryparser::ThrowToolkitError(kXMPErr_BadFileFormat, kOperation, subject());
+    if (!isOpen) { // no such file, in all cases seen: refused without an error of its own
+        zonstoryparser::ThrowToolkitError(kXMPErr_ExternalFailure, kOperation, subject());
     }
 }
 
@@ -60,9 +60,8 @@ bool SXMPFiles::GetXMP(SXMPMeta* xmp) {
 }
 
 bool SXMPFiles::CanPutXMP(const SXMPMeta& xmp) {
-    return CallToolkit("cannot ask for the file's abilities", [&] {
-        return xmp_files_can_put_xmp(Handle(mObject), static_cast<XmpPtr>(xmp.mObject));
-    });
+    return CallToolkit("cannot ask for the file's abilities",
+                       [&] { return xmp_files_can_put_xmp(Handle(mObject), static_cast<XmpPtr>(xmp.mObject)); });
 }
 
 void SXMPFiles::PutXMP(const SXMPMeta& xmp) {
@@ -71,6 +70,5 @@ void SXMPFiles::PutXMP(const SXMPMeta& xmp) {
 }
 
 void SXMPFiles::CloseFile() {
-    CallToolkit("cannot write the file",
-                [&] { return xmp_files_close(Handle(mObject), XMP_CLOSE_NOOPTION); });
+    CallToolkit("cannot write the file", [&] { return xmp_files_close(Handle(mObject), XMP_CLOSE_NOOPTION); });
 }

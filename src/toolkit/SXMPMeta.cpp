@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <limits>
 #include <new>
 #include <utility>
@@ -72,8 +73,7 @@ void SXMPMeta::Terminate() {
     xmp_terminate();
 }
 
-bool SXMPMeta::RegisterNamespace(const char* namespaceURI, const char* suggestedPrefix,
-                                 std::string* registeredPrefix) {
+bool SXMPMeta::RegisterNamespace(const char* namespaceURI, const char* suggestedPrefix, std::string* registeredPrefix) {
     const ToolkitString prefix;
     const bool isSuggested = CallToolkit(
         "cannot register", [&] { return xmp_register_namespace(namespaceURI, suggestedPrefix, prefix.Get()); },
@@ -122,8 +122,7 @@ SXMPMeta::~SXMPMeta() {
     Free(mObject);
 }
 
-bool SXMPMeta::GetProperty(const char* schemaNS, const char* name, std::string* value,
-                           XMP_OptionBits* options) const {
+bool SXMPMeta::GetProperty(const char* schemaNS, const char* name, std::string* value, XMP_OptionBits* options) const {
     const ToolkitString found;
     XMP_OptionBits foundOptions = 0; // the toolkit clears the caller's word for a property that is missing
     const bool exists = CallToolkit(
@@ -138,8 +137,7 @@ bool SXMPMeta::GetProperty(const char* schemaNS, const char* name, std::string* 
     return exists;
 }
 
-void SXMPMeta::SetProperty(const char* schemaNS, const char* name, const std::string& value,
-                           XMP_OptionBits options) {
+void SXMPMeta::SetProperty(const char* schemaNS, const char* name, const std::string& value, XMP_OptionBits options) {
     const std::string text = ToolkitText(value);
     CallToolkit(
         "cannot write", [&] { return xmp_set_property(Handle(mObject), schemaNS, name, text.c_str(), options); },
@@ -158,13 +156,13 @@ bool SXMPMeta::DoesPropertyExist(const char* schemaNS, const char* name) const {
         [&] { return PropertySubject(schemaNS, name); });
 }
 
-bool SXMPMeta::GetStructField(const char* schemaNS, const char* structName, const char* fieldNS,
-                              const char* fieldName, std::string* value, XMP_OptionBits* options) const {
+bool SXMPMeta::GetStructField(const char* schemaNS, const char* structName, const char* fieldNS, const char* fieldName,
+                              std::string* value, XMP_OptionBits* options) const {
     return GetProperty(schemaNS, FieldPath(structName, fieldNS, fieldName).c_str(), value, options);
 }
 
-void SXMPMeta::SetStructField(const char* schemaNS, const char* structName, const char* fieldNS,
-                              const char* fieldName, const std::string& value, XMP_OptionBits options) {
+void SXMPMeta::SetStructField(const char* schemaNS, const char* structName, const char* fieldNS, const char* fieldName,
+                              const std::string& value, XMP_OptionBits options) {
     SetProperty(schemaNS, FieldPath(structName, fieldNS, fieldName).c_str(), value, options);
 }
 
@@ -199,7 +197,7 @@ XMP_Index SXMPMeta::CountArrayItems(const char* schemaNS, const char* arrayName)
     XMP_Index absent = 1;
     while (hasItem(absent)) {
         present = absent;
-        absent = absent > std::numeric_limits<XMP_Index>::max() / 2 ? std::numeric_limits<XMP_Index>::max() : absent * 2;
+        absent = std::min(absent, std::numeric_limits<XMP_Index>::max() / 2) * 2;
     }
     while (absent - present > 1) {
         const XMP_Index middle = present + (absent - present) / 2;

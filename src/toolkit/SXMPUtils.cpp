@@ -2,8 +2,7 @@
 
 #include "toolkit/ToolkitCall.h"
 
-void SXMPUtils::ComposeArrayItemPath(const char* schemaNS, const char* arrayName, XMP_Index index,
-                                     std::string* path) {
+void SXMPUtils::ComposeArrayItemPath(const char* schemaNS, const char* arrayName, XMP_Index index, std::string* path) {
     const auto refuse = [&](std::int32_t id) {
         zonstoryparser::ThrowToolkitError(id, "cannot name an item of",
                                           zonstoryparser::PropertySubject(schemaNS, arrayName));

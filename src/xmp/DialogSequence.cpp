@@ -20,8 +20,7 @@ void SetField(const std::string& itemPath, const char* field, const UString& val
 }
 
 // Assigns the empty text for a field that is missing.
-bool ReadField(const std::string& itemPath, const char* field, SXMPMeta& xmp, XMP_OptionBits* options,
-               UString& value) {
+bool ReadField(const std::string& itemPath, const char* field, SXMPMeta& xmp, XMP_OptionBits* options, UString& value) {
     std::string utf8;
     const bool isThere = xmp.GetStructField(kDialogSequenceProperty.schemaNS, itemPath.c_str(),
                                             kDialogSequenceProperty.schemaNS, field, &utf8, options);
@@ -59,13 +58,12 @@ bool WriteCharacterDialogueToXMP(const std::vector<CharacterDialogue>& list, SXM
     });
 }
 
-// On purpose: registering stands outside the guard, so its error reaches the host. Held by DialogSequenceTest.
+// On purpose: registering stands outside the guard, so its error reaches the host. Held by the tests DialogSequence.
 bool GetCharacterDialogueFromXMP(SXMPMeta& xmp, XMP_OptionBits* options, std::vector<CharacterDialogue>& list) {
     list.clear();
     RegisterNamespaces();
     return FalseOnToolkitError([&] {
-        const XMP_Index count =
-            xmp.CountArrayItems(kDialogSequenceProperty.schemaNS, kDialogSequenceProperty.name);
+        const XMP_Index count = xmp.CountArrayItems(kDialogSequenceProperty.schemaNS, kDialogSequenceProperty.name);
         bool found = false;
         for (XMP_Index index = 1; index <= count; ++index) {
             found |= ReadRecord(index, xmp, options, list);

@@ -4,8 +4,7 @@
 
 namespace zonstoryparser {
 
-bool WriteSceneHeadingToXMP(const UString& setting, const UString& location, const UString& timeOfDay,
-                            SXMPMeta& xmp) {
+bool WriteSceneHeadingToXMP(const UString& setting, const UString& location, const UString& timeOfDay, SXMPMeta& xmp) {
     return FalseOnToolkitError([&] {
         SetValueUnlessEmpty(kSceneSettingProperty, setting, xmp);
         SetValueUnlessEmpty(kShotLocationProperty, location, xmp);
@@ -14,7 +13,7 @@ bool WriteSceneHeadingToXMP(const UString& setting, const UString& location, con
     });
 }
 
-// On purpose: an empty scene number is stored, unlike every other empty text. Held by ScenePropertiesTest.
+// On purpose: an empty scene number is stored, unlike every other empty text. Held by the tests SceneProperties.
 bool WriteSceneNumberToXMP(const UString& sceneNumber, SXMPMeta& xmp) {
     return FalseOnToolkitError([&] {
         SetValue(kSceneNumberProperty, sceneNumber, xmp);
@@ -26,7 +25,7 @@ bool WriteShotNameToXMP(const UString& shotName, SXMPMeta& xmp) {
     return WriteUnlessEmpty(kShotNameProperty, shotName, xmp);
 }
 
-// On purpose: shot numbers belong to the camera's side and are never written here. Held by ScenePropertiesTest.
+// On purpose: shot numbers belong to the camera's side and are never written here. Held by the tests SceneProperties.
 bool WriteShotNumberToXMP(int, SXMPMeta&) {
     return true;
 }

@@ -54,7 +54,7 @@ bool ReadField(const char* field, SXMPMeta& xmp, XMP_OptionBits* options, std::s
 
 } // namespace
 
-// On purpose: only three zeros count as no duration, so "1:-60:0" stores 0. Held by ShotDurationTest.
+// On purpose: only three zeros count as no duration, so "1:-60:0" stores 0. Held by the tests ShotDuration.
 bool WriteShotDurationToXMP(const UString& duration, SXMPMeta& xmp) {
     const Duration parsed = ParseDuration(duration);
     if (parsed.IsZero()) {

@@ -5,11 +5,11 @@
 
 namespace zonstoryparser {
 
-// On purpose: scene number, shot name, shot number and duration do not count. Held by StoryPresenceTest.
+// On purpose: scene number, shot name, shot number and duration do not count. Held by the tests StoryPresence.
 bool HasAnyStoryRelatedMetadata(SXMPMeta& xmp) {
     XMP_OptionBits options = 0;
-    for (const auto read : {GetSceneSettingFromXMP, GetShotLocationFromXMP, GetSceneTimeOfDayFromXMP,
-                            GetActionFromXMP}) {
+    for (const auto read :
+         {GetSceneSettingFromXMP, GetShotLocationFromXMP, GetSceneTimeOfDayFromXMP, GetActionFromXMP}) {
         std::string value;
         if (read(xmp, &options, &value) && !value.empty()) {
             return true;

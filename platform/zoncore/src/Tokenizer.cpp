@@ -4,10 +4,8 @@
 
 namespace zoncore {
 
-Tokenizer::Tokenizer(const UString& text, const UString& delimiters, std::size_t position,
-                     bool skipRepeatedDelimiters)
-    : mText(text), mDelimiters(delimiters), mPosition(UString::npos),
-      mSkipRepeatedDelimiters(skipRepeatedDelimiters) {
+Tokenizer::Tokenizer(const UString& text, const UString& delimiters, std::size_t position, bool skipRepeatedDelimiters)
+    : mText(text), mDelimiters(delimiters), mPosition(UString::npos), mSkipRepeatedDelimiters(skipRepeatedDelimiters) {
     MoveTo(position);
 }
 

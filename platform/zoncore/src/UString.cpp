@@ -12,7 +12,7 @@ namespace utf = boost::nowide::utf;
 
 constexpr utf::code_point kReplacementCharacter = 0xFFFD;
 
-// The end of the malformed sequence that starts at `first`: a lead unit takes its trail units with it as far as they go.
+// The end of the malformed sequence that starts at `first`: a lead unit takes along the trail units that do follow it.
 template <typename Unit>
 const Unit* EndOfMalformedSequence(const Unit* first, const Unit* last) {
     int trailUnits = utf::utf_traits<Unit>::trail_length(*first);

@@ -1,0 +1,39 @@
+#!/usr/bin/env bash
+# Installs the build into a folder of its own, moves that folder, and builds and runs the sample program against it:
+# through the CMake package, and again through pkg-config.
+#   consume.sh CMAKE CXX SAMPLES_DIR BUILD_DIR WORK_DIR
+set -euo pipefail
+cmake=$1 cxx=$2 samples=$3 build=$4 work=$5
+
+rm -rf "$work"
+mkdir -p "$work"
+"$cmake" --install "$build" --prefix "$work/first" >"$work/install.log"
+mv "$work/first" "$work/prefix" # an installed tree may be moved
+prefix=$work/prefix
+
+expect() { # what the sample prints, whichever way it was built
+    "$1" >"$work/printed" 2>"$work/complaints"
+    [ ! -s "$work/complaints" ]
+    grep -qx 'changed sceneSetting' "$work/printed"
+    grep -qx 'action: Rain.' "$work/printed"
+}
+
+"$cmake" -S "$samples" -B "$work/cmake" -DCMAKE_CXX_COMPILER="$cxx" -DCMAKE_PREFIX_PATH="$prefix" >"$work/configure.log"
+"$cmake" --build "$work/cmake" >"$work/build.log"
+expect "$work/cmake/link-the-library"
+
+pc=$(dirname "$(find "$prefix" -name zonstoryparser.pc)")
+flags=$(PKG_CONFIG_PATH=$pc pkg-config --cflags --libs zonstoryparser)
+libraries=$(PKG_CONFIG_PATH=$pc pkg-config --variable=libdir zonstoryparser)
+# shellcheck disable=SC2086 # the flags are words
+"$cxx" -std=c++17 -Wall -Wextra -Werror "$samples/link-the-library.cpp" $flags -Wl,-rpath,"$libraries" -o "$work/by-pkg-config"
+expect "$work/by-pkg-config"
+
+# What was installed is a whole: nothing of the build or source tree is referred to.
+if grep -rIlF -e "$build" -e "$(dirname "$samples")/" "$prefix"; then
+    echo "the installed files above name the build tree" >&2
+    exit 1
+fi
+for library in zoncore zonmetadata zonstoryparser; do
+    find "$prefix" -name "lib$library.so.*" | grep -q .
+done

@@ -1,0 +1,67 @@
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include <zonmetadata/Path.h>
+#include <zonmetadata/SchemaNamespaces.h>
+
+namespace {
+
+using zonmetadata::Path;
+using zonmetadata::PathForSchemaNameAndPropertyName;
+
+TEST(Path, IsOrderedBySchemaThenPathAsUnsignedBytes) {
+    const std::vector<Path> ascending = {
+        PathForSchemaNameAndPropertyName("urn:a", "z"),        PathForSchemaNameAndPropertyName("urn:ab", "a"),
+        PathForSchemaNameAndPropertyName("urn:b", "a"),        PathForSchemaNameAndPropertyName("urn:b", "a[10]"),
+        PathForSchemaNameAndPropertyName("urn:b", "a[2]"),     PathForSchemaNameAndPropertyName("urn:b", "b"),
+        PathForSchemaNameAndPropertyName("urn:b", "\xC3\xA4"),
+    };
+    for (std::size_t i = 0; i < ascending.size(); ++i) {
+        for (std::size_t k = 0; k < ascending.size(); ++k) {
+            EXPECT_EQ(ascending[i] < ascending[k], i < k) << i << ' ' << k;
+            EXPECT_EQ(ascending[i] == ascending[k], i == k) << i << ' ' << k;
+            EXPECT_EQ(ascending[i] != ascending[k], i != k) << i << ' ' << k;
+        }
+    }
+}
+
+TEST(Path, TheSchemasKnowTheFieldsOfStructs) {
+    struct Row {
+        const char* schema;
+        const char* path;
+        std::vector<std::string> leaves;
+    };
+    const char* const script = zonmetadata::kScriptNamespaceURI;
+    const char* const dynamicMedia = zonmetadata::kDynamicMediaNamespaceURI;
+    const Row rows[] = {
+        {script, "dialogSequence[2]", {"dialogSequence[2]/xmpScript:character", "dialogSequence[2]/xmpScript:dialog"}},
+        {script, "dialogSequence", {}},
+        {script, "dialogSequence[2]/xmpScript:dialog", {}},
+        {script, "dialogSequenceToo[1]", {}},
+        {script, "action", {}},
+        {dynamicMedia, "dialogSequence[2]", {}},
+        {dynamicMedia, "duration", {"duration/xmpDM:value", "duration/xmpDM:scale"}},
+        {"urn:unknown", "duration", {}},
+    };
+    for (const Row& row : rows) {
+        const Path path = PathForSchemaNameAndPropertyName(row.schema, row.path);
+        std::vector<std::string> leaves;
+        for (const Path& leaf : zonmetadata::DescendantLeafPaths(path)) {
+            EXPECT_EQ(leaf.SchemaNamespace(), row.schema);
+            EXPECT_TRUE(zonmetadata::ChildPaths(leaf).empty());
+            leaves.push_back(leaf.PropertyPath());
+        }
+        EXPECT_EQ(leaves, row.leaves) << row.path;
+        EXPECT_EQ(zonmetadata::ChildPaths(path).size(), leaves.size());
+    }
+}
+
+TEST(Path, ItemsAreCountedFromOne) {
+    const Path array = PathForSchemaNameAndPropertyName("urn:a", "list");
+    EXPECT_EQ(zonmetadata::CreatePathFromArrayItem(array, 1).PropertyPath(), "list[1]");
+}
+
+} // namespace
