@@ -6,6 +6,7 @@
 #include <zonstoryparser/Story.h>
 
 #include "script/SceneText.h"
+#include "toolkit/ToolkitSilence.h"
 
 namespace zonstoryparser {
 
@@ -56,6 +57,7 @@ void PushShotXMP(UString& shotID, UString sceneNumber, std::int32_t, UString sho
     if (shotID.empty() || (action.empty() && dialogues.empty() && sceneHeading.empty())) {
         return;
     }
+    const ToolkitSilence silence; // one for all the calls below
     SXMPMeta xmp;
     UString shotName;
     if (!sceneHeading.empty()) {

@@ -2,6 +2,7 @@
 
 #include "sync/ChangedPaths.h"
 #include "sync/LocalizedMessage.h"
+#include "toolkit/ToolkitSilence.h"
 
 namespace zonstoryparser {
 
@@ -18,6 +19,7 @@ constexpr char kDeleteCharacterDialogError[] =
 
 // On purpose: the array's own path is never reported, although the array goes. Held by the tests ClearSceneMetadata.
 UString ClearSceneMetadataFromXMP(SXMPMeta& xmp, std::vector<zonmetadata::Path>& changed) {
+    const ToolkitSilence silence; // one for all the calls below
     RegisterNamespaces();
     if (!DeleteSceneHeadingFromXMP(xmp)) {
         return LocalizedMessage(kDeleteSceneHeadingError);

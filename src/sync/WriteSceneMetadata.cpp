@@ -5,6 +5,7 @@
 #include "script/SceneText.h"
 #include "sync/ChangedPaths.h"
 #include "sync/LocalizedMessage.h"
+#include "toolkit/ToolkitSilence.h"
 
 namespace zonstoryparser {
 
@@ -66,6 +67,7 @@ bool RebuildDialogue(const std::vector<CharacterDialogue>& dialogues, SXMPMeta& 
 
 UString WriteSceneMetadataIntoXMP(boost::intrusive_ptr<Scene> scene, SXMPMeta& xmp,
                                   std::vector<zonmetadata::Path>& changed) {
+    const ToolkitSilence silence; // one for all the calls below
     RegisterNamespaces();
     const SceneText text = GatherSceneText(*scene);
     if (!WriteHeading(text.heading, xmp, changed)) {

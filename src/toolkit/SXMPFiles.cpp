@@ -43,9 +43,26 @@ void SXMPFiles::OpenFile(const char* path, XMP_OptionBits options) {
         kOperation,
         [&] { return xmp_files_open(Handle(mObject), name.c_str(), static_cast<XmpOpenFileOptions>(options)); },
         subject);
-    if (!isOpen) { // no such file, in all cases seen: refused without an error of its own
-        zonstoryparser::ThrowToolkitError(kXMPErr_ExternalFailure, kOperation, subject());
+    if (!isOpen) { // refused without an error of its own: no such file, or no handler where one is required
+        const bool needsHandler = (options & kXMPFiles_OpenUseSmartHandler) != 0;
+        zonstoryparser::ThrowToolkitError(needsHandler ? kXMPErr_NoFileHandler : kXMPErr_ExternalFailure, kOperation,
+                                          subject());
     }
+}
+
+bool SXMPFiles::GetFileInfo(XMP_FileFormat* format, XMP_OptionBits* handlerFlags) {
+    XmpFileType foundFormat = XMP_FT_UNKNOWN;
+    XmpFileFormatOptions foundFlags{};
+    const bool isOpen = CallToolkit("cannot ask for the file's format", [&] {
+        return xmp_files_get_file_info(Handle(mObject), nullptr, nullptr, &foundFormat, &foundFlags);
+    });
+    if (isOpen && format != nullptr) {
+        *format = static_cast<XMP_FileFormat>(foundFormat);
+    }
+    if (isOpen && handlerFlags != nullptr) {
+        *handlerFlags = static_cast<XMP_OptionBits>(foundFlags);
+    }
+    return isOpen;
 }
 
 bool SXMPFiles::GetXMP(SXMPMeta* xmp) {

@@ -1,17 +1,20 @@
 #include <algorithm>
 #include <limits>
 #include <new>
+#include <string_view>
 #include <utility>
 
 #include <exempi/xmp.h>
 
 #include <zonstoryparser/XMPToolkit.h>
 
+#include "toolkit/KnownPrefix.h"
 #include "toolkit/ToolkitCall.h"
 #include "toolkit/ToolkitString.h"
 #include "toolkit/ToolkitText.h"
 
 using zonstoryparser::CallToolkit;
+using zonstoryparser::KnownPrefix;
 using zonstoryparser::PropertySubject;
 using zonstoryparser::ThrowToolkitError;
 using zonstoryparser::ToolkitString;
@@ -51,15 +54,18 @@ void Free(void* object) {
 // The C interface has no calls for fields, so a field is named by a path with the prefix of its namespace.
 std::string FieldPath(const char* structName, const char* fieldNS, const char* fieldName) {
     constexpr const char* kOperation = "cannot name the field";
-    std::string prefix;
-    if (!SXMPMeta::GetNamespacePrefix(fieldNS, &prefix)) {
+    const std::string prefix = KnownPrefix(fieldNS);
+    if (prefix.empty()) {
         ThrowToolkitError(kXMPErr_BadSchema, kOperation, PropertySubject(fieldNS, fieldName));
     }
-    const std::string field = fieldName != nullptr ? fieldName : "";
-    if (field.find_first_of("/[:") != std::string::npos) { // more than one step, which a path would take as such
+    const std::string_view field = fieldName != nullptr ? fieldName : "";
+    if (field.find_first_of("/[:") != std::string_view::npos) { // more than one step, which a path would take as such
         ThrowToolkitError(kXMPErr_BadXPath, kOperation, PropertySubject(fieldNS, fieldName));
     }
-    return std::string(structName != nullptr ? structName : "") + '/' + prefix + field;
+    std::string path = structName != nullptr ? structName : "";
+    path.reserve(path.size() + 1 + prefix.size() + field.size());
+    path.append("/").append(prefix).append(field);
+    return path;
 }
 
 } // namespace
@@ -71,6 +77,7 @@ bool SXMPMeta::Initialize() {
 
 void SXMPMeta::Terminate() {
     xmp_terminate();
+    zonstoryparser::ForgetKnownPrefixes();
 }
 
 bool SXMPMeta::RegisterNamespace(const char* namespaceURI, const char* suggestedPrefix, std::string* registeredPrefix) {
@@ -138,9 +145,9 @@ bool SXMPMeta::GetProperty(const char* schemaNS, const char* name, std::string* 
 }
 
 void SXMPMeta::SetProperty(const char* schemaNS, const char* name, const std::string& value, XMP_OptionBits options) {
-    const std::string text = ToolkitText(value);
+    const ToolkitText text(value);
     CallToolkit(
-        "cannot write", [&] { return xmp_set_property(Handle(mObject), schemaNS, name, text.c_str(), options); },
+        "cannot write", [&] { return xmp_set_property(Handle(mObject), schemaNS, name, text.CString(), options); },
         [&] { return PropertySubject(schemaNS, name); });
 }
 
@@ -168,12 +175,13 @@ void SXMPMeta::SetStructField(const char* schemaNS, const char* structName, cons
 
 void SXMPMeta::AppendArrayItem(const char* schemaNS, const char* arrayName, XMP_OptionBits arrayOptions,
                                const char* itemValue, XMP_OptionBits itemOptions) {
-    const std::string text = ToolkitText(itemValue != nullptr ? itemValue : "");
+    const std::string value = itemValue != nullptr ? itemValue : "";
+    const ToolkitText text(value);
     CallToolkit(
         "cannot append to",
         [&] {
             return xmp_append_array_item(Handle(mObject), schemaNS, arrayName, arrayOptions,
-                                         itemValue != nullptr ? text.c_str() : nullptr, itemOptions);
+                                         itemValue != nullptr ? text.CString() : nullptr, itemOptions);
         },
         [&] { return PropertySubject(schemaNS, arrayName); });
 }

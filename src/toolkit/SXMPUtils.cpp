@@ -1,5 +1,6 @@
 #include <zonstoryparser/XMPToolkit.h>
 
+#include "toolkit/KnownPrefix.h"
 #include "toolkit/ToolkitCall.h"
 
 void SXMPUtils::ComposeArrayItemPath(const char* schemaNS, const char* arrayName, XMP_Index index, std::string* path) {
@@ -7,7 +8,7 @@ void SXMPUtils::ComposeArrayItemPath(const char* schemaNS, const char* arrayName
         zonstoryparser::ThrowToolkitError(id, "cannot name an item of",
                                           zonstoryparser::PropertySubject(schemaNS, arrayName));
     };
-    if (!SXMPMeta::GetNamespacePrefix(schemaNS, nullptr)) {
+    if (zonstoryparser::KnownPrefix(schemaNS).empty()) {
         refuse(kXMPErr_BadSchema);
     }
     if (arrayName == nullptr || *arrayName == '\0') {

@@ -16,7 +16,9 @@ void CheckText(const std::string& utf8) {
     namespace utf = boost::nowide::utf;
     const char* position = utf8.data();
     const char* const last = position + utf8.size();
-    while (position != last) {
+    while ((position = std::find_if(position, last, [](char byte) {
+                return static_cast<unsigned char>(byte) >= 0x80;
+            })) != last) { // beyond ASCII
         const utf::code_point codePoint = utf::utf_traits<char>::decode(position, last);
         if (codePoint == utf::illegal || codePoint == utf::incomplete) {
             ThrowToolkitError(kXMPErr_BadParam, kOperation, {});
@@ -29,11 +31,13 @@ void CheckText(const std::string& utf8) {
 
 } // namespace
 
-std::string ToolkitText(const std::string& utf8) {
+ToolkitText::ToolkitText(const std::string& utf8) : mText(&utf8) {
     CheckText(utf8);
-    std::string text = utf8;
-    std::replace(text.begin(), text.end(), '\0', ' ');
-    return text;
+    if (utf8.find('\0') != std::string::npos) {
+        mWithoutZeros = utf8;
+        std::replace(mWithoutZeros.begin(), mWithoutZeros.end(), '\0', ' ');
+        mText = &mWithoutZeros;
+    }
 }
 
 } // namespace zonstoryparser

@@ -2,6 +2,7 @@
 
 #include <zonstoryparser/Story.h>
 
+#include "toolkit/ToolkitSilence.h"
 #include "xmp/PropertyAccess.h"
 
 namespace zonstoryparser {
@@ -28,12 +29,11 @@ bool ReadField(const std::string& itemPath, const char* field, SXMPMeta& xmp, XM
     return isThere;
 }
 
-void AppendRecord(const CharacterDialogue& record, SXMPMeta& xmp) {
+void AppendRecord(const CharacterDialogue& record, const std::string& lastItemPath, SXMPMeta& xmp) {
     xmp.AppendArrayItem(kDialogSequenceProperty.schemaNS, kDialogSequenceProperty.name, kXMP_PropArrayIsOrdered,
                         nullptr, kXMP_PropValueIsStruct);
-    const std::string itemPath = ItemPath(kXMP_ArrayLastItem);
-    SetField(itemPath, kDialogCharacterField, record.character, xmp);
-    SetField(itemPath, kDialogTextField, record.dialogue, xmp);
+    SetField(lastItemPath, kDialogCharacterField, record.character, xmp);
+    SetField(lastItemPath, kDialogTextField, record.dialogue, xmp);
 }
 
 // Whether the item has any of its fields; a record comes of it only when both hold text.
@@ -50,9 +50,14 @@ bool ReadRecord(XMP_Index index, SXMPMeta& xmp, XMP_OptionBits* options, std::ve
 } // namespace
 
 bool WriteCharacterDialogueToXMP(const std::vector<CharacterDialogue>& list, SXMPMeta& xmp) {
+    if (list.empty()) {
+        return true;
+    }
     return FalseOnToolkitError([&] {
+        const ToolkitSilence silence; // one for all the calls below
+        const std::string lastItemPath = ItemPath(kXMP_ArrayLastItem);
         for (const CharacterDialogue& record : list) {
-            AppendRecord(record, xmp);
+            AppendRecord(record, lastItemPath, xmp);
         }
         return true;
     });
@@ -63,6 +68,7 @@ bool GetCharacterDialogueFromXMP(SXMPMeta& xmp, XMP_OptionBits* options, std::ve
     list.clear();
     RegisterNamespaces();
     return FalseOnToolkitError([&] {
+        const ToolkitSilence silence; // one for all the calls below
         const XMP_Index count = xmp.CountArrayItems(kDialogSequenceProperty.schemaNS, kDialogSequenceProperty.name);
         bool found = false;
         for (XMP_Index index = 1; index <= count; ++index) {

@@ -8,9 +8,9 @@ cd "$1"
 allowed='
 src/model     :
 src/toolkit   :
-src/script    :
-src/xmp       :
-src/sync      : script xmp
+src/script    : toolkit
+src/xmp       : toolkit
+src/sync      : toolkit script xmp
 src/parser    :
 host/output   :
 host/story    : output

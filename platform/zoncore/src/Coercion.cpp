@@ -1,34 +1,35 @@
 #include <zoncore/Coercion.h>
 
-#include <limits>
-#include <locale>
-#include <sstream>
+#include <algorithm>
+#include <charconv>
+#include <string_view>
 
 namespace zoncore {
 
 namespace {
 
-// The stream reads ASCII; any other character ends the number, as a letter would.
+constexpr std::string_view kWhiteSpace = " \t\n\v\f\r";
+
+// Any character beyond ASCII ends the number, as a letter would.
 std::string NarrowedToASCII(const UString& text) {
-    std::string ascii;
-    ascii.reserve(text.size());
-    for (const char16_t unit : text) {
-        ascii.push_back(unit < 0x80 ? static_cast<char>(unit) : '?');
-    }
+    std::string ascii(text.size(), '?');
+    std::transform(text.begin(), text.end(), ascii.begin(),
+                   [](char16_t unit) { return unit < 0x80 ? static_cast<char>(unit) : '?'; });
     return ascii;
 }
 
 } // namespace
 
 int Coercion<int>::Result(const UString& text) {
-    std::istringstream stream(NarrowedToASCII(text));
-    stream.imbue(std::locale::classic()); // never the host's digit grouping
-    long value = 0;
-    if (!(stream >> value)) {
-        return 0;
+    const std::string ascii = NarrowedToASCII(text);
+    std::string_view number = ascii;
+    number.remove_prefix(std::min(number.find_first_not_of(kWhiteSpace), number.size()));
+    if (number.size() > 1 && number[0] == '+' && number[1] != '-') { // a sign that from_chars does not know
+        number.remove_prefix(1);
     }
-    using Limits = std::numeric_limits<int>;
-    return value >= Limits::min() && value <= Limits::max() ? static_cast<int>(value) : 0;
+    int value = 0;
+    const std::from_chars_result result = std::from_chars(number.data(), number.data() + number.size(), value);
+    return result.ec == std::errc() ? value : 0;
 }
 
 } // namespace zoncore

@@ -1,6 +1,8 @@
 #include <zoncore/UString.h>
 
+#include <algorithm>
 #include <iterator>
+#include <type_traits>
 
 #include <boost/nowide/utf/utf.hpp>
 
@@ -23,6 +25,11 @@ const Unit* EndOfMalformedSequence(const Unit* first, const Unit* last) {
     return end;
 }
 
+template <typename Unit>
+bool IsBeyondASCII(Unit unit) {
+    return static_cast<std::make_unsigned_t<Unit>>(unit) >= 0x80;
+}
+
 // Boost's own conversion of a whole string also takes the unit that broke a sequence, and so loses a good character.
 template <typename To, typename From>
 std::basic_string<To> Convert(const std::basic_string<From>& source) {
@@ -31,6 +38,12 @@ std::basic_string<To> Convert(const std::basic_string<From>& source) {
     const From* position = source.data();
     const From* const last = position + source.size();
     while (position != last) {
+        const From* const ascii = position; // most of every script: the same unit in both encodings
+        position = std::find_if(ascii, last, IsBeyondASCII<From>);
+        result.append(ascii, position);
+        if (position == last) {
+            break;
+        }
         const From* const first = position;
         utf::code_point codePoint = utf::utf_traits<From>::decode(position, last);
         if (codePoint == utf::illegal || codePoint == utf::incomplete) {
