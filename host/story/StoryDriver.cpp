@@ -51,18 +51,15 @@ struct ExpatCallbacks {
     }
 
     static void XMLCALL Text(void* data, const XML_Char* text, int length) {
-        Guarded(data, [&](StoryDriver& driver) {
-            driver.Characters(Units(text), static_cast<std::size_t>(length));
-        });
+        Guarded(data, [&](StoryDriver& driver) { driver.Characters(Units(text), static_cast<std::size_t>(length)); });
     }
 
     // Passed over, such an entity would lose text without a word.
-    static int XMLCALL ExternalEntity(XML_Parser parser, const XML_Char*, const XML_Char*,
-                                      const XML_Char* systemId, const XML_Char*) {
+    static int XMLCALL ExternalEntity(XML_Parser parser, const XML_Char*, const XML_Char*, const XML_Char* systemId,
+                                      const XML_Char*) {
         Guarded(XML_GetUserData(parser), [&](StoryDriver& driver) {
             const std::string source = systemId == nullptr ? "" : " '" + UTF8(systemId) + "'";
-            driver.Stop("the text of an external entity" + source +
-                        " is asked for; nothing outside the file is read");
+            driver.Stop("the text of an external entity" + source + " is asked for; nothing outside the file is read");
         });
         return XML_STATUS_ERROR;
     }

@@ -64,7 +64,7 @@ private:
     SourcePosition mRootPosition;
     std::string mUnknownEncoding;
     std::optional<StoryError> mStopped; // what a callback stopped the parser for
-    std::exception_ptr mThrown; // what a callback threw; nothing may pass through the parser's own frames
+    std::exception_ptr mThrown;         // what a callback threw; nothing may pass through the parser's own frames
 };
 
 } // namespace zonstory

@@ -8,8 +8,7 @@ std::string WholeLine(const std::string& file, SourcePosition position, const st
     if (position.line == 0) {
         return file + ": " + message;
     }
-    return file + ":" + std::to_string(position.line) + ":" + std::to_string(position.column) + ": " +
-           message;
+    return file + ":" + std::to_string(position.line) + ":" + std::to_string(position.column) + ": " + message;
 }
 
 } // namespace

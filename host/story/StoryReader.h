@@ -39,7 +39,6 @@ Story ReadStory(const std::string& path, const StoryReadOptions& options = {});
 /// Reads a story from memory.
 /// @param name  Stands for the file's name in an error.
 /// @throws StoryError
-Story ReadStoryFromMemory(std::string_view bytes, const std::string& name,
-                          const StoryReadOptions& options = {});
+Story ReadStoryFromMemory(std::string_view bytes, const std::string& name, const StoryReadOptions& options = {});
 
 } // namespace zonstory

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+
+#include "output/Format.h"
+#include "output/Output.h"
+
+namespace zonstory {
+
+struct CharactersOptions {
+    std::string story;
+    Format format = Format::Text;
+};
+
+/// One row for every speaker of the body, in order of first speech.
+/// @return An ExitCode.
+/// @throws StoryError
+int RunCharacters(const CharactersOptions& options, Output& output);
+
+} // namespace zonstory

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include <zonmetadata/Path.h>
+
+#include "clip/Clip.h"
+#include "output/Output.h"
+
+/// Changes many clips, one failure not stopping the others: the work of `write` and `clear`.
+namespace zonstory {
+
+/// One clip and what is to be done to it.
+struct ClipTask {
+    std::filesystem::path clip;
+    std::string scene; ///< The number that is written; empty for `clear`.
+    std::function<std::vector<zonmetadata::Path>(SXMPMeta&)>
+        change; ///< Called on any thread. Returns what may have changed.
+};
+
+struct BatchOptions {
+    ClipOptions clip;
+    unsigned jobs = 1;      ///< Threads; 0 for as many as there are processors.
+    bool showPaths = false; ///< Print the changed paths under each clip.
+    std::string report;     ///< A file that gets a row a clip, .json or .csv; empty for none.
+};
+
+/// How a command calls what it did.
+struct BatchWords {
+    const char* done;  ///< "written"
+    const char* would; ///< "would be written"
+};
+
+/// Works through the clips and prints a line for each, in their order, then a summary.
+/// @return An ExitCode. After an interrupt the clips not begun are left out and reported as such.
+/// @throws OutputError when the report cannot be written; the clips are done then.
+int RunBatch(const std::vector<ClipTask>& tasks, const BatchOptions& options, const BatchWords& words, Output& output);
+
+} // namespace zonstory

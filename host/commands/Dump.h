@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+#include "output/Output.h"
+
+namespace zonstory {
+
+struct DumpOptions {
+    std::string story;
+};
+
+/// Runs the library's traversal, prints its report and the files it wrote into the temporary directory.
+/// @return An ExitCode; kSomeFailed when a file that was due is not there.
+/// @throws StoryError
+int RunDump(const DumpOptions& options, Output& output);
+
+} // namespace zonstory

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+
+#include "output/Format.h"
+#include "output/Output.h"
+
+namespace zonstory {
+
+struct InfoOptions {
+    std::string story;
+    Format format = Format::Text;
+};
+
+/// What a story holds: the version report as the library words it, counts, streams, tags and scenes. As CSV, the
+/// streams and the scenes alone make no common table, so CSV has one row of counts.
+/// @return An ExitCode.
+/// @throws StoryError
+int RunInfo(const InfoOptions& options, Output& output);
+
+} // namespace zonstory

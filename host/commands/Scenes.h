@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+
+#include "output/Format.h"
+#include "output/Output.h"
+
+namespace zonstory {
+
+struct ScenesOptions {
+    std::string story;
+    Format format = Format::Text;
+};
+
+/// One row for every scene of the body.
+/// @return An ExitCode.
+/// @throws StoryError
+int RunScenes(const ScenesOptions& options, Output& output);
+
+} // namespace zonstory

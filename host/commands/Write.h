@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "commands/ClipBatch.h"
+#include "output/Output.h"
+
+namespace zonstory {
+
+struct WriteOptions {
+    std::string story;
+    std::string scene;              ///< For all clips; empty when there is a map.
+    std::string map;                ///< A CSV file that names a scene for every clip; empty when there is a scene.
+    std::vector<std::string> clips; ///< Files and folders.
+    bool recursive = false;
+    BatchOptions batch;
+};
+
+/// Writes scenes into clips.
+/// @return An ExitCode.
+/// @throws StoryError, SceneSelectionError, UsageError, OutputError; no clip has been touched, save for the last.
+int RunWrite(const WriteOptions& options, Output& output);
+
+} // namespace zonstory

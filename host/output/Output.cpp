@@ -1,0 +1,117 @@
+#include "output/Output.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <system_error>
+
+#include <unistd.h>
+
+#include "output/SafeText.h"
+
+namespace zonstory {
+
+namespace {
+
+constexpr std::chrono::milliseconds kProgressInterval(100);
+constexpr std::string_view kYellow = "\x1b[33m";
+constexpr std::string_view kRed = "\x1b[31m";
+constexpr std::string_view kPlain = "\x1b[0m";
+constexpr std::string_view kEraseLine = "\r\x1b[K";
+
+bool IsTerminal(std::FILE* stream) {
+    return isatty(fileno(stream)) == 1;
+}
+
+bool EnvironmentAllowsColor() {
+    const char* const noColor = std::getenv("NO_COLOR");
+    return noColor == nullptr || *noColor == '\0';
+}
+
+void Print(std::FILE* stream, std::string_view text) {
+    std::fwrite(text.data(), 1, text.size(), stream);
+}
+
+} // namespace
+
+Output::Output(std::FILE* results, std::FILE* messages)
+    : mResults(results), mMessages(messages), mResultsOnTerminal(IsTerminal(results)),
+      mMessagesOnTerminal(IsTerminal(messages)) {}
+
+Output::~Output() {
+    EndProgress();
+}
+
+void Output::Result(std::string_view text) {
+    if (mResultsOnTerminal) {
+        EndProgress();
+        Write(SafeLines(text));
+    } else {
+        Write(text);
+    }
+}
+
+void Output::Note(std::string_view line) {
+    if (!mIsQuiet) {
+        PrintMessage("", line);
+    }
+}
+
+void Output::Warning(std::string_view line) {
+    PrintMessage(kYellow, line);
+}
+
+void Output::Error(std::string_view line) {
+    PrintMessage(kRed, line);
+}
+
+void Output::Progress(std::string_view line) {
+    const auto now = std::chrono::steady_clock::now();
+    if (!mMessagesOnTerminal || mIsQuiet || now < mNextProgress) {
+        return;
+    }
+    mNextProgress = now + kProgressInterval;
+    mShowsProgress = true;
+    Print(mMessages, std::string(kEraseLine) + SafeLine(line));
+    std::fflush(mMessages);
+}
+
+void Output::EndProgress() {
+    if (mShowsProgress) {
+        Print(mMessages, kEraseLine);
+        std::fflush(mMessages);
+        mShowsProgress = false;
+    }
+}
+
+bool Output::Finish() {
+    EndProgress();
+    if (std::fflush(mResults) != 0 && mWriteError == 0) {
+        mWriteError = errno;
+    }
+    if (mWriteError == 0) {
+        return true;
+    }
+    Error("standard output: " + std::generic_category().message(mWriteError));
+    return false;
+}
+
+void Output::PrintMessage(std::string_view color, std::string_view line) {
+    EndProgress();
+    if (mResultsOnTerminal) {
+        std::fflush(mResults); // both streams on one screen: in the order of printing
+    }
+    const bool isColored = !color.empty() && mAllowsColor && mMessagesOnTerminal && EnvironmentAllowsColor();
+    std::string text = SafeLine(line);
+    if (isColored) {
+        text = std::string(color) + text + std::string(kPlain);
+    }
+    Print(mMessages, text + '\n');
+}
+
+void Output::Write(std::string_view text) {
+    if (mWriteError == 0 && std::fwrite(text.data(), 1, text.size(), mResults) != text.size()) {
+        mWriteError = errno;
+    }
+}
+
+} // namespace zonstory
