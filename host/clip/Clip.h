@@ -17,11 +17,11 @@ enum class Target { Inside, Sidecar };
 enum class SidecarName { Short, Full };
 
 struct ClipOptions {
-    bool forceSidecar = false;                      ///< Never write inside, also where the container can.
-    SidecarName sidecarName = SidecarName::Short;   ///< For a sidecar that does not exist yet.
-    bool verifyEssence = true;                      ///< Hash the media before and after.
-    bool preserveTime = false;                      ///< The file keeps its modification time.
-    bool dryRun = false;                            ///< Go the whole way and stop before the file changes.
+    bool forceSidecar = false;                    ///< Never write inside, also where the container can.
+    SidecarName sidecarName = SidecarName::Short; ///< For a sidecar that does not exist yet.
+    bool verifyEssence = true;                    ///< Hash the media before and after.
+    bool preserveTime = false;                    ///< The file keeps its modification time.
+    bool dryRun = false;                          ///< Go the whole way and stop before the file changes.
 };
 
 /// What one clip carries.
@@ -38,7 +38,8 @@ struct UpdateResult {
     Outcome outcome = Outcome::Unchanged;
     Target target = Target::Inside;
     std::filesystem::path file;
-    std::vector<std::string> notes; ///< What the user should know though all went well: other hard links, an owner that could not be kept.
+    std::vector<std::string>
+        notes; ///< What the user should know though all went well: other hard links, an owner that could not be kept.
 };
 
 /// Why one clip could not be read or changed, in one line without the clip's name. The clip is as it was.

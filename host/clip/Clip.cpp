@@ -1,0 +1,86 @@
+#include "clip/Clip.h"
+
+#include <utility>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include "clip/ClipState.h"
+#include "clip/Interrupt.h"
+#include "clip/NewVersion.h"
+#include "clip/Replacement.h"
+#include "clip/SameMetadata.h"
+#include "clip/SystemError.h"
+#include "clip/Workspace.h"
+
+namespace zonstory {
+
+namespace {
+
+using Change = std::function<void(SXMPMeta&)>;
+
+MetadataContent ContentOf(const SXMPMeta& xmp) try { return MetadataContent(xmp); } catch (const XMP_Error& error) {
+    throw ClipError(std::string("its metadata cannot be written: ") + error.what());
+}
+
+// Whether the change makes a difference.
+bool Apply(const Change& change, ClipState& state) {
+    const MetadataContent before = ContentOf(state.xmp);
+    change(state.xmp);
+    return ContentOf(state.xmp) != before;
+}
+
+// Renaming over a file needs no permission to write it, but who took that permission away wants it to stay as it is.
+void RequireWritable(const TargetFile& file) {
+    if (file.Exists() && ::faccessat(file.FolderDescriptor().Get(), file.Name().c_str(), W_OK, AT_EACCESS) != 0) {
+        ThrowSystemError("is protected against writing");
+    }
+}
+
+// Reads the clip again, now that no other run can change it.
+// @return Whether it still calls for a change.
+bool Reload(const std::filesystem::path& clip, const ClipOptions& options, const Change& change, ClipState& state) {
+    ClipState fresh = LoadClip(clip, options);
+    if (fresh.file.Path() != state.file.Path()) { // the lock is for another name
+        throw ClipError("was changed by another program at the same time");
+    }
+    state = std::move(fresh);
+    return Apply(change, state);
+}
+
+UpdateResult MakeResult(Outcome outcome, ClipState& state) {
+    return {outcome, state.target, state.file.Path(), std::move(state.notes)};
+}
+
+void Append(std::vector<std::string>& to, std::vector<std::string> notes) {
+    to.insert(to.end(), std::make_move_iterator(notes.begin()), std::make_move_iterator(notes.end()));
+}
+
+} // namespace
+
+ClipContents ReadClip(const std::filesystem::path& clip, const ClipOptions& options) {
+    ClipState state = LoadClip(clip, options);
+    return {state.target, state.file.Path(), state.hasXMP, std::move(state.xmp)};
+}
+
+UpdateResult UpdateClip(const std::filesystem::path& clip, const ClipOptions& options, const Change& change) {
+    ThrowIfInterrupted();
+    ClipState state = LoadClip(clip, options);
+    if (!Apply(change, state)) {
+        Workspace::RemoveStale(state.file);
+        return MakeResult(Outcome::Unchanged, state);
+    }
+    RequireWritable(state.file);
+    Replacement replacement(state.file);
+    if (!state.file.IsUnchanged() && !Reload(clip, options, change, state)) {
+        return MakeResult(Outcome::Unchanged, state);
+    }
+    Append(state.notes, PrepareNewVersion(state, options, replacement));
+    if (options.dryRun) {
+        return MakeResult(Outcome::WouldWrite, state);
+    }
+    Append(state.notes, replacement.Commit(options.preserveTime));
+    return MakeResult(Outcome::Written, state);
+}
+
+} // namespace zonstory

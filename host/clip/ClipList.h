@@ -1,0 +1,28 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace zonstory {
+
+/// A path that cannot be searched, and why, in one line without its name.
+struct ClipListError {
+    std::filesystem::path path;
+    std::string reason;
+};
+
+struct ClipList {
+    std::vector<std::filesystem::path> clips; ///< Each file once, under the first name by which it was found.
+    std::vector<ClipListError> errors;
+};
+
+/// Whether a file's name says that it is picture or sound.
+bool IsMediaName(const std::filesystem::path& file);
+
+/// Finds the clips that paths stand for: a file for itself, a folder for the media files in it, sorted by name. Hidden
+/// files and folders are left out, and so is what another run has in work.
+/// @param recursive  Folders within folders too; one that is reached twice, as by a link, is searched once.
+ClipList FindClips(const std::vector<std::filesystem::path>& paths, bool recursive);
+
+} // namespace zonstory

@@ -1,0 +1,138 @@
+#include "clip/NewVersion.h"
+
+#include <algorithm>
+#include <optional>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include "clip/EmbeddedXMP.h"
+#include "clip/Essence.h"
+#include "clip/Interrupt.h"
+#include "clip/IsoBoxes.h"
+#include "clip/SameMetadata.h"
+#include "clip/Sidecar.h"
+#include "clip/SystemError.h"
+
+namespace zonstory {
+
+namespace {
+
+bool IsIso(XMP_FileFormat format) {
+    return format == kXMP_MOVFile || format == kXMP_MPEG4File;
+}
+
+std::uint64_t SizeOf(const FileDescriptor& file) {
+    struct stat status {};
+    if (::fstat(file.Get(), &status) != 0) {
+        ThrowSystemError("cannot open its copy");
+    }
+    return static_cast<std::uint64_t>(status.st_size);
+}
+
+void RequireSameMetadata(const SXMPMeta& wanted, const SXMPMeta& written) {
+    if (!MetadataContent(wanted).IsWhatWasWritten(MetadataContent(written))) {
+        throw ClipError("the metadata read back from its copy is not what was written");
+    }
+}
+
+void RequireNothingMoved(const Essence& before, const Essence& after) {
+    const auto isSame = [](ByteRange left, ByteRange right) {
+        return left.offset == right.offset && left.size == right.size;
+    };
+    if (!std::equal(before.ranges.begin(), before.ranges.end(), after.ranges.begin(), after.ranges.end(), isSame)) {
+        throw ClipError("its media would not be found again after writing inside");
+    }
+}
+
+// A media file open for reading, with what is known of its layout.
+struct MediaFile {
+    MediaFile(const FileDescriptor& file, std::uint64_t size, XMP_FileFormat format)
+        : reader(file, size), essence(FindEssence(reader, format)) {
+        if (IsIso(format)) {
+            iso = ReadIsoLayout(reader);
+        }
+    }
+
+    bool HasIndexInFront() const { return iso && iso->indexInFront; }
+
+    ByteReader reader;
+    Essence essence;
+    std::optional<IsoLayout> iso;
+};
+
+void RequireSameMedia(const MediaFile& before, const MediaFile& after, const ClipOptions& options,
+                      std::vector<std::string>& notes) {
+    if (before.essence.mustNotMove) {
+        RequireNothingMoved(before.essence, after.essence);
+    }
+    if (before.iso) {
+        RequireSameMediaPositions(before.reader, *before.iso, after.reader, *after.iso);
+    }
+    if (options.verifyEssence && before.essence.isKnown) {
+        RequireSameEssence(before.reader, before.essence, after.reader, after.essence);
+    } else if (options.verifyEssence) {
+        notes.emplace_back("its media was not compared, since its format is not known closely enough");
+    }
+}
+
+void WriteCopy(const ClipState& state, Layout layout, Replacement& replacement) {
+    constexpr int kWithSecondCopy = 2; // the toolkit moves an index by making a copy of its own
+    replacement.Discard();
+    replacement.CopyTarget(layout == Layout::IndexInFront ? kWithSecondCopy : 1);
+    ThrowIfInterrupted();
+    WriteEmbeddedXMP(replacement.Path(), state.xmp, layout);
+    ThrowIfInterrupted();
+}
+
+// Whether the copy has the layout that a file with its index in front is to have as well.
+bool KeepsIndexInFront(const MediaFile& before, const ClipState& state, const Replacement& replacement) {
+    if (!before.HasIndexInFront()) {
+        return true;
+    }
+    const FileDescriptor copy = replacement.Open(O_RDONLY);
+    return MediaFile(copy, SizeOf(copy), state.format).HasIndexInFront();
+}
+
+// A MOV's index holds its metadata, grows with it and then moves to the end; the metadata of an MP4 goes behind all.
+// The pieces of a fragmented file name their places in it, which the toolkit does not correct when it moves them.
+Layout FirstLayout(const MediaFile& before, const ClipState& state) {
+    const bool willMove = state.format == kXMP_MOVFile && before.HasIndexInFront();
+    return willMove && !before.essence.mustNotMove ? Layout::IndexInFront : Layout::AsItFalls;
+}
+
+std::vector<std::string> PrepareClip(const ClipState& state, const ClipOptions& options, Replacement& replacement) {
+    std::vector<std::string> notes;
+    const MediaFile before(state.file.File(), static_cast<std::uint64_t>(state.file.Status().st_size), state.format);
+    WriteCopy(state, FirstLayout(before, state), replacement);
+    if (!KeepsIndexInFront(before, state, replacement) && !before.essence.mustNotMove) {
+        WriteCopy(state, Layout::IndexInFront, replacement);
+    }
+    const FileDescriptor copy = replacement.Open(O_RDONLY);
+    RequireSameMetadata(state.xmp, ReadEmbeddedXMP(replacement.Path(), copy).xmp);
+    const MediaFile after(copy, SizeOf(copy), state.format);
+    if (before.HasIndexInFront() && !after.HasIndexInFront()) {
+        throw ClipError("its index would not stay in front of its media");
+    }
+    RequireSameMedia(before, after, options, notes);
+    return notes;
+}
+
+void PrepareSidecar(const ClipState& state, Replacement& replacement) {
+    replacement.Discard();
+    replacement.Write(SidecarText(state.xmp));
+    RequireSameMetadata(state.xmp, ReadSidecar(TargetFile::Open(replacement.Path())));
+}
+
+} // namespace
+
+std::vector<std::string> PrepareNewVersion(const ClipState& state, const ClipOptions& options,
+                                           Replacement& replacement) {
+    if (state.target == Target::Inside) {
+        return PrepareClip(state, options, replacement);
+    }
+    PrepareSidecar(state, replacement);
+    return {};
+}
+
+} // namespace zonstory

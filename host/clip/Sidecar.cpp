@@ -1,0 +1,128 @@
+#include "clip/Sidecar.h"
+
+#include <unordered_map>
+
+#include <strings.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "clip/EmbeddedXMP.h"
+#include "clip/SystemError.h"
+
+namespace zonstory {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kExtension = ".xmp";
+constexpr std::int64_t kLargestSidecar = std::int64_t{256} << 20; // far above any; a bound for what is read into memory
+constexpr const char* kRDFNamespace = "http://www.w3.org/1999/02/22-rdf-syntax-ns#";
+
+bool Exists(const fs::path& path) {
+    struct stat status {};
+    return ::lstat(path.c_str(), &status) == 0;
+}
+
+std::string ReadWhole(const TargetFile& file) {
+    if (file.Status().st_size > kLargestSidecar) {
+        throw ClipError("its sidecar is too large to be one");
+    }
+    std::string bytes(static_cast<std::size_t>(file.Status().st_size), '\0');
+    std::size_t done = 0;
+    while (done < bytes.size()) {
+        const ssize_t got =
+            ::pread(file.File().Get(), bytes.data() + done, bytes.size() - done, static_cast<off_t>(done));
+        if (got < 0 && errno == EINTR) {
+            continue;
+        }
+        if (got < 0) {
+            ThrowSystemError("its sidecar cannot be read");
+        }
+        if (got == 0) {
+            break;
+        }
+        done += static_cast<std::size_t>(got);
+    }
+    bytes.resize(done);
+    return bytes;
+}
+
+// The toolkit takes any XML for metadata that happens to be empty.
+bool HoldsRDF(const std::string& bytes, const SXMPMeta& xmp) {
+    return bytes.find(kRDFNamespace) != std::string::npos || SidecarText(xmp) != SidecarText(SXMPMeta());
+}
+
+bool UsesSidecar(const fs::path& clip, const ClipOptions& options) try {
+    const TargetFile file = TargetFile::Open(clip);
+    return options.forceSidecar || !ReadEmbeddedXMP(file.Path(), file.File()).isWritable;
+} catch (const ClipError&) {
+    return false;
+}
+
+} // namespace
+
+fs::path SidecarPath(const fs::path& clip, SidecarName name) {
+    fs::path sidecar = clip;
+    if (name == SidecarName::Short) {
+        return sidecar.replace_extension(kExtension);
+    }
+    return sidecar += kExtension;
+}
+
+bool IsSidecarName(const fs::path& file) {
+    return ::strcasecmp(file.extension().c_str(), kExtension) == 0;
+}
+
+SidecarChoice ChooseSidecar(const fs::path& clip, SidecarName name) {
+    const SidecarName otherName = name == SidecarName::Short ? SidecarName::Full : SidecarName::Short;
+    const fs::path wanted = SidecarPath(clip, name);
+    const fs::path other = SidecarPath(clip, otherName);
+    if (wanted == other || !Exists(other)) {
+        return {wanted, {}};
+    }
+    if (!Exists(wanted)) {
+        return {other, {}};
+    }
+    return {wanted, "has two sidecars; " + other.filename().native() + " was left alone"};
+}
+
+SXMPMeta ReadSidecar(const TargetFile& sidecar) {
+    constexpr const char* kRefusal = "its sidecar is not XMP and is left alone";
+    const std::string bytes = ReadWhole(sidecar);
+    try {
+        SXMPMeta xmp(bytes.data(), bytes.size());
+        if (HoldsRDF(bytes, xmp)) {
+            return xmp;
+        }
+    } catch (const XMP_Error&) {
+        throw ClipError(kRefusal);
+    }
+    throw ClipError(kRefusal);
+}
+
+std::string SidecarText(const SXMPMeta& xmp) {
+    std::string text;
+    xmp.SerializeToBuffer(&text, kXMP_OmitPacketWrapper, 0, "", "", 0);
+    return text;
+}
+
+std::vector<SidecarConflict> SidecarConflicts(const std::vector<fs::path>& clips, const ClipOptions& options) {
+    std::vector<SidecarConflict> conflicts;
+    std::unordered_map<std::string, const fs::path*> owners;
+    std::unordered_map<std::string, const fs::path*> candidates;
+    (void)candidates;
+    for (const fs::path& clip : clips) {
+        if (!UsesSidecar(clip, options)) {
+            continue;
+        }
+        const fs::path sidecar = ChooseSidecar(fs::canonical(clip), options.sidecarName).path;
+        const auto [owner, isFirst] = owners.emplace(sidecar.native(), &clip);
+        if (!isFirst) {
+            conflicts.push_back({*owner->second, clip, sidecar});
+        }
+    }
+    return conflicts;
+}
+
+} // namespace zonstory

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "clip/Clip.h"
+#include "clip/TargetFile.h"
+
+namespace zonstory {
+
+/// The sidecar's path: clip.xmp, or clip.mov.xmp.
+std::filesystem::path SidecarPath(const std::filesystem::path& clip, SidecarName name);
+
+/// Whether a file is named as a sidecar is, so that it is no clip.
+bool IsSidecarName(const std::filesystem::path& file);
+
+/// Which sidecar a clip has, or would get.
+struct SidecarChoice {
+    std::filesystem::path path;
+    std::string note; ///< For the user; not empty when both names exist.
+};
+
+/// The sidecar that exists, under whichever name; of two, the one of the wanted name; if there is none, the wanted name.
+/// @param clip  Absolute.
+SidecarChoice ChooseSidecar(const std::filesystem::path& clip, SidecarName name);
+
+/// What a sidecar holds.
+/// @param sidecar  Exists.
+/// @throws ClipError when it is no XMP, so that it is never written over.
+SXMPMeta ReadSidecar(const TargetFile& sidecar);
+
+/// The bytes of a sidecar.
+std::string SidecarText(const SXMPMeta& xmp);
+
+/// Two clips that would share one sidecar.
+struct SidecarConflict {
+    std::filesystem::path first, second;
+    std::filesystem::path sidecar;
+};
+
+/// Finds the clips among these that would overwrite each other's sidecar, such as A001.mxf and A001.mkv. Clips that are
+/// written inside have none. Linear in their number.
+/// @param clips  As FindClips() gives them. One that cannot be read is left out: its own turn will say why.
+std::vector<SidecarConflict> SidecarConflicts(const std::vector<std::filesystem::path>& clips,
+                                              const ClipOptions& options);
+
+} // namespace zonstory

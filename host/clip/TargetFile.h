@@ -1,0 +1,44 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include <sys/stat.h>
+
+#include "clip/FileDescriptor.h"
+#include "clip/FileIdentity.h"
+
+namespace zonstory {
+
+/// A file that is to be read and perhaps replaced, held open together with its folder. All later steps go through the
+/// two descriptors, so that they concern this file and no other that takes its name.
+class TargetFile {
+public:
+    /// Finds a regular file by any of its names, and follows links to where it really is.
+    /// @throws ClipError when it is missing, unreadable or no regular file.
+    static TargetFile Open(const std::filesystem::path& path);
+    /// As Open(), for a file that may not exist yet; its folder does.
+    static TargetFile OpenOrAbsent(const std::filesystem::path& path);
+
+    const std::filesystem::path& Path() const { return mPath; } ///< Absolute and free of links.
+    std::filesystem::path Folder() const { return mPath.parent_path(); }
+    std::string Name() const { return mPath.filename().native(); }
+
+    bool Exists() const { return mFile.IsOpen(); }
+    const FileDescriptor& File() const { return mFile; }
+    /// @pre Exists().
+    const struct stat& Status() const { return mStatus; }
+    const FileDescriptor& FolderDescriptor() const { return mFolder; }
+
+    /// Whether the name still stands for what was opened, in the same state (or still for nothing).
+    bool IsUnchanged() const;
+
+private:
+    std::filesystem::path mPath;
+    FileDescriptor mFolder;
+    FileDescriptor mFile;
+    struct stat mStatus {};
+};
+
+} // namespace zonstory
