@@ -1,10 +1,12 @@
 #include "sync/ChangedPaths.h"
 
+#include <utility>
+
 namespace zonmetadata {
 
-void AddIncludePath(std::set<Path>& paths, const Path& path) {
+void AddIncludePath(std::set<Path>& paths, Path path) {
     if (ChildPaths(path).empty()) {
-        paths.insert(path);
+        paths.insert(std::move(path));
     }
 }
 
@@ -25,11 +27,13 @@ void AppendHeadingPaths(ChangedPaths& changed) {
 void AppendArrayItemLeafPaths(ChangedPaths& changed, const zonmetadata::Path& array, XMP_Index count) {
     for (XMP_Index index = 1; index <= count; ++index) {
         std::set<zonmetadata::Path> leaves;
-        for (const zonmetadata::Path& leaf :
+        for (zonmetadata::Path& leaf :
              zonmetadata::DescendantLeafPaths(zonmetadata::CreatePathFromArrayItem(array, index))) {
-            zonmetadata::AddIncludePath(leaves, leaf);
+            zonmetadata::AddIncludePath(leaves, std::move(leaf));
         }
-        changed.insert(changed.end(), leaves.begin(), leaves.end());
+        while (!leaves.empty()) {
+            changed.push_back(std::move(leaves.extract(leaves.begin()).value()));
+        }
     }
 }
 

@@ -11,7 +11,7 @@
 namespace zonmetadata {
 
 /// Inserts a path that has no children; any other is dropped, so that only leaves enter the set.
-void AddIncludePath(std::set<Path>& paths, const Path& path);
+void AddIncludePath(std::set<Path>& paths, Path path);
 
 } // namespace zonmetadata
 

@@ -197,9 +197,8 @@ XMP_Index SXMPMeta::CountArrayItems(const char* schemaNS, const char* arrayName)
         ThrowToolkitError(kXMPErr_BadXPath, "cannot count the items of", PropertySubject(schemaNS, arrayName));
     }
     const auto hasItem = [&](XMP_Index index) {
-        return CallToolkit("cannot count the items of", [&] {
-            return xmp_get_array_item(Handle(mObject), schemaNS, arrayName, index, nullptr, nullptr);
-        });
+        const std::string path = std::string(arrayName) + '[' + std::to_string(index) + ']';
+        return DoesPropertyExist(schemaNS, path.c_str());
     };
     XMP_Index present = 0;
     XMP_Index absent = 1;

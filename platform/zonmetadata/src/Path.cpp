@@ -8,7 +8,7 @@
 
 namespace zonmetadata {
 
-Path::Path(zoncore::UTF8String schemaNamespace, zoncore::UTF8String propertyPath)
+Path::Path(SharedText schemaNamespace, zoncore::UTF8String propertyPath)
     : mSchemaNamespace(std::move(schemaNamespace)), mPropertyPath(std::move(propertyPath)) {}
 
 bool operator==(const Path& left, const Path& right) {
@@ -26,20 +26,22 @@ bool operator<(const Path& left, const Path& right) {
 }
 
 Path PathForSchemaNameAndPropertyName(zoncore::UTF8String schemaNamespace, zoncore::UTF8String propertyName) {
-    return Path(std::move(schemaNamespace), std::move(propertyName));
+    return Path(std::make_shared<const zoncore::UTF8String>(std::move(schemaNamespace)), std::move(propertyName));
 }
 
 Path CreatePathFromArrayItem(const Path& array, int index) {
-    return PathForSchemaNameAndPropertyName(array.SchemaNamespace(),
-                                            array.PropertyPath() + '[' + std::to_string(index) + ']');
+    return Path(array.mSchemaNamespace, array.PropertyPath() + '[' + std::to_string(index) + ']');
 }
 
 std::vector<Path> ChildPaths(const Path& path) {
+    const std::span<const std::string_view> fields = FieldsOf(path.SchemaNamespace(), path.PropertyPath());
     std::vector<Path> children;
-    for (const std::string_view field : FieldsOf(path.SchemaNamespace(), path.PropertyPath())) {
-        zoncore::UTF8String childPath = path.PropertyPath();
-        childPath.append("/").append(field);
-        children.push_back(PathForSchemaNameAndPropertyName(path.SchemaNamespace(), std::move(childPath)));
+    children.reserve(fields.size());
+    for (const std::string_view field : fields) {
+        zoncore::UTF8String childPath;
+        childPath.reserve(path.PropertyPath().size() + 1 + field.size());
+        childPath.append(path.PropertyPath()).append("/").append(field);
+        children.push_back(Path(path.mSchemaNamespace, std::move(childPath)));
     }
     return children;
 }

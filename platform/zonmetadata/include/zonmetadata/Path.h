@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <vector>
 
 #include <zoncore/UString.h>
@@ -15,7 +16,7 @@ namespace zonmetadata {
 class ZONMETADATA_API Path {
 public:
     /// The schema's namespace URI, UTF-8.
-    const zoncore::UTF8String& SchemaNamespace() const { return mSchemaNamespace; }
+    const zoncore::UTF8String& SchemaNamespace() const { return *mSchemaNamespace; }
 
     /// The property path within the schema, UTF-8: "action", "dialogSequence", "dialogSequence[2]",
     /// "dialogSequence[2]/xmpScript:character".
@@ -25,9 +26,13 @@ private:
     friend ZONMETADATA_API Path PathForSchemaNameAndPropertyName(zoncore::UTF8String schemaNamespace,
                                                                  zoncore::UTF8String propertyName);
 
-    Path(zoncore::UTF8String schemaNamespace, zoncore::UTF8String propertyPath);
+    friend ZONMETADATA_API Path CreatePathFromArrayItem(const Path& array, int index);
+    friend ZONMETADATA_API std::vector<Path> ChildPaths(const Path& path);
+    using SharedText = std::shared_ptr<const zoncore::UTF8String>;
 
-    zoncore::UTF8String mSchemaNamespace;
+    Path(SharedText schemaNamespace, zoncore::UTF8String propertyPath);
+
+    SharedText mSchemaNamespace; // never null; one text for a property and all beneath it, as lists of paths are long
     zoncore::UTF8String mPropertyPath;
 };
 
