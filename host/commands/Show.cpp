@@ -19,7 +19,7 @@ const char* TargetWord(const ClipScene& scene) {
 }
 
 std::string Labelled(const char* label, const std::string& value) {
-    return value.empty() ? "" : fmt::format("  {:<12}{}\n", label, SafeLine(value));
+    return value.empty() ? "" : fmt::format("  {:<13}{}\n", label, SafeLine(value));
 }
 
 // "12 s" for the scale of whole seconds, else "480 x 1/24 s".

@@ -1,0 +1,32 @@
+#include "cli/ClipVerbs.h"
+
+#include <memory>
+
+#include <CLI/App.hpp>
+
+#include "cli/CommonOptions.h"
+#include "commands/Show.h"
+#include "commands/Write.h"
+
+namespace zonstory {
+
+Action AddWrite(CLI::App& command) {
+    auto options = std::make_shared<WriteOptions>();
+    AddStory(command, options->story);
+    AddClips(command, options->clips, options->recursive);
+    command
+        .add_option("--scene", options->scene, "The scene, by its number as the story writes it, or by position: #7")
+        ->type_name("SCENE");
+    AddBatch(command, options->batch);
+    return [options](Output& output) { return RunWrite(*options, output); };
+}
+
+Action AddShow(CLI::App& command) {
+    auto options = std::make_shared<ShowOptions>();
+    AddClips(command, options->clips, options->recursive)->required();
+    AddFormat(command, options->format);
+    AddSidecar(command, options->clip);
+    return [options](Output& output) { return RunShow(*options, output); };
+}
+
+} // namespace zonstory

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "cli/Verb.h"
+
+namespace zonstory {
+
+/// @name The verbs that work on clips
+/// @{
+Action AddWrite(CLI::App& command);
+Action AddShow(CLI::App& command);
+/// @}
+
+} // namespace zonstory

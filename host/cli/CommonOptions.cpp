@@ -1,0 +1,79 @@
+#include "cli/CommonOptions.h"
+
+#include <CLI/App.hpp>
+#include <CLI/Validators.hpp>
+
+#include "commands/ClipReport.h"
+
+namespace zonstory {
+
+namespace {
+
+// One of a few words, each standing for a value.
+template <typename Value>
+void AddChoice(CLI::App& command, const std::string& name, Value& value,
+               const std::vector<std::pair<std::string, Value>>& choices, const std::string& description) {
+    std::vector<std::string> words;
+    for (const auto& choice : choices) {
+        words.push_back(choice.first);
+    }
+    command
+        .add_option_function<std::string>(
+            name,
+            [&value, choices](const std::string& word) {
+                for (const auto& choice : choices) {
+                    value = choice.first == word ? choice.second : value;
+                }
+            },
+            description)
+        ->check(CLI::IsMember(words))
+        ->type_name("");
+}
+
+} // namespace
+
+void AddStory(CLI::App& command, std::string& story) {
+    command.add_option("STORY", story, "The story file; - for standard input")->required()->type_name("");
+}
+
+void AddFormat(CLI::App& command, Format& format) {
+    AddChoice<Format>(command, "--format", format,
+                      {{"text", Format::Text}, {"json", Format::Json}, {"csv", Format::Csv}},
+                      "How to print the results; text unless given");
+}
+
+CLI::Option* AddClips(CLI::App& command, std::vector<std::string>& clips, bool& recursive) {
+    command.add_flag("-r,--recursive", recursive, "Go down into folders within folders");
+    return command.add_option("CLIP", clips, "Clips, or folders that stand for the clips in them")->type_name("");
+}
+
+void AddSidecar(CLI::App& command, ClipOptions& options) {
+    command.add_flag("--sidecar", options.forceSidecar, "Use a sidecar, also where the clip itself could carry XMP");
+    AddChoice<SidecarName>(command, "--sidecar-name", options.sidecarName,
+                           {{"short", SidecarName::Short}, {"full", SidecarName::Full}},
+                           "Name a new sidecar clip.xmp (short, unless given) or clip.mov.xmp (full)");
+}
+
+void AddBatch(CLI::App& command, BatchOptions& options) {
+    command.add_flag("-n,--dry-run", options.clip.dryRun, "Go the whole way and stop before any file changes");
+    command.add_flag("--paths", options.showPaths, "Print the metadata paths that changed under each clip");
+    AddSidecar(command, options.clip);
+    command.add_flag("--preserve-time", options.clip.preserveTime, "Keep the files' modification times");
+    command.add_flag_callback(
+        "--no-verify", [&options] { options.clip.verifyEssence = false; },
+        "Do not hash picture and sound before and after");
+    command
+        .add_option("-j,--jobs", options.jobs,
+                    "How many clips to work on at once; 1 unless given, 0 for one a processor")
+        ->check(CLI::Range(0, 256))
+        ->type_name("N");
+    command.add_option("--report", options.report, "Write what became of each clip into a file, .json or .csv")
+        ->type_name("FILE")
+        ->check(CLI::Validator(
+            [](const std::string& name) {
+                return IsReportName(name) ? std::string() : "the report's name must end in .json or .csv";
+            },
+            ""));
+}
+
+} // namespace zonstory

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "commands/ClipBatch.h"
+#include "output/Format.h"
+
+namespace CLI {
+class App;
+class Option;
+} // namespace CLI
+
+/// Options that several verbs share, each declared once.
+namespace zonstory {
+
+void AddStory(CLI::App& command, std::string& story);
+void AddFormat(CLI::App& command, Format& format);
+/// Clips as positional arguments, and --recursive.
+/// @return The positional option, not required.
+CLI::Option* AddClips(CLI::App& command, std::vector<std::string>& clips, bool& recursive);
+/// --sidecar and --sidecar-name.
+void AddSidecar(CLI::App& command, ClipOptions& options);
+/// Everything about changing many clips, sidecars included.
+void AddBatch(CLI::App& command, BatchOptions& options);
+
+} // namespace zonstory

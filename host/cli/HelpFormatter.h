@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+#include <CLI/Formatter.hpp>
+
+namespace zonstory {
+
+/// Prints help: all verbs with an example each, or one verb whole.
+class HelpFormatter : public CLI::Formatter {
+public:
+    std::string make_usage(const CLI::App* app, std::string name) const override;
+    std::string make_subcommand(const CLI::App* command) const override;
+    std::string make_option_opts(const CLI::Option* option) const override;
+};
+
+} // namespace zonstory
