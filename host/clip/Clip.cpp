@@ -25,9 +25,9 @@ MetadataContent ContentOf(const SXMPMeta& xmp) try { return MetadataContent(xmp)
 
 // Whether the change makes a difference.
 bool Apply(const Change& change, ClipState& state) {
-    const MetadataContent before = ContentOf(state.xmp);
+    state.before = ContentOf(state.xmp);
     change(state.xmp);
-    return ContentOf(state.xmp) != before;
+    return ContentOf(state.xmp) != state.before;
 }
 
 // Renaming over a file needs no permission to write it, but who took that permission away wants it to stay as it is.

@@ -37,25 +37,34 @@ enum class Outcome { Written, Unchanged, WouldWrite };
 struct UpdateResult {
     Outcome outcome = Outcome::Unchanged;
     Target target = Target::Inside;
-    std::filesystem::path file;
-    std::vector<std::string>
-        notes; ///< What the user should know though all went well: other hard links, an owner that could not be kept.
+    std::filesystem::path file;     ///< As in ClipContents.
+    std::vector<std::string> notes; ///< What the user should know though all went well: other hard links, an owner that
+                                    ///< could not be kept. One line each, without the clip's name.
 };
 
-/// Why one clip could not be read or changed, in one line without the clip's name. The clip is as it was.
+/// Why one clip could not be read or changed, in one line without the clip's name, to be said behind it: "is empty". The
+/// clip is as it was.
 class ClipError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// Reads what a clip carries; changes nothing.
-/// @throws ClipError
+/// Reads what a clip carries; changes nothing, and waits for nobody: what it finds is the version before or after another
+/// run's.
+///
+/// A clip is any name of a regular file; links are followed. Where the toolkit can write into its format it is read
+/// inside, also when a sidecar lies beside it, else from its sidecar.
+/// @throws ClipError when the clip is missing, unreadable, empty or itself a sidecar, or its sidecar is no XMP.
 ClipContents ReadClip(const std::filesystem::path& clip, const ClipOptions& options);
 
 /// Changes a clip's metadata. `change` gets what the clip carries now (an empty object if nothing). Where its result
 /// says the same as before, no file is touched. Otherwise the clip under its name is at every moment the old one or the
-/// new one, whole.
-/// @throws ClipError, and whatever `change` throws; the clip is then as it was and nothing is left beside it.
+/// new one, whole; of runs on one clip at the same time, one waits for the other.
+///
+/// @param change  Called once; a second time, from the start and with a fresh object, when another run changed the clip
+///                while this one waited for it. So it collects nothing without clearing it first.
+/// @throws ClipError, ClipInterrupted (clip/Interrupt.h) among them, and whatever `change` throws; the clip is then as
+///         it was and nothing is left beside it.
 UpdateResult UpdateClip(const std::filesystem::path& clip, const ClipOptions& options,
                         const std::function<void(SXMPMeta&)>& change);
 

@@ -7,6 +7,7 @@
 #include <zonstoryparser/XMPFiles.h>
 
 #include "clip/Clip.h"
+#include "clip/SameMetadata.h"
 #include "clip/TargetFile.h"
 
 namespace zonstory {
@@ -19,6 +20,7 @@ struct ClipState {
     XMP_FileFormat format = kXMP_UnknownFile; ///< Of a clip that is written inside.
     bool hasXMP = false;
     SXMPMeta xmp;
+    MetadataContent before; ///< What `xmp` said before it was changed.
     std::vector<std::string> notes;
 };
 

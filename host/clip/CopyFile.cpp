@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <vector>
+#include <string>
+#include <string_view>
 
 #include <fcntl.h>
 #include <fmt/format.h>
@@ -14,6 +15,7 @@
 #include "clip/Clip.h"
 #include "clip/Interrupt.h"
 #include "clip/SystemError.h"
+#include "clip/WriteAll.h"
 
 namespace zonstory {
 
@@ -56,7 +58,7 @@ std::int64_t CopyInSystem(const FileDescriptor& from, const FileDescriptor& to, 
 }
 
 void CopyByHand(const FileDescriptor& from, const FileDescriptor& to, std::int64_t size) {
-    std::vector<std::byte> buffer(kBufferSize);
+    std::string buffer(kBufferSize, '\0');
     for (std::int64_t done = 0; done < size;) {
         ThrowIfInterrupted();
         const auto wanted = std::min(buffer.size(), static_cast<std::size_t>(size - done));
@@ -70,7 +72,7 @@ void CopyByHand(const FileDescriptor& from, const FileDescriptor& to, std::int64
         if (got == 0) {
             throw ClipError("became shorter while it was copied");
         }
-        WriteAll(to, buffer.data(), static_cast<std::size_t>(got));
+        WriteAll(to, std::string_view(buffer.data(), static_cast<std::size_t>(got)));
         done += got;
     }
 }
@@ -91,20 +93,6 @@ void CopyFile(const FileDescriptor& from, const FileDescriptor& to, std::int64_t
     RequireFreeSpace(folder, copies * size + kSpaceForMetadata);
     if (!isShared && CopyInSystem(from, to, size) == 0) {
         CopyByHand(from, to, size);
-    }
-}
-
-void WriteAll(const FileDescriptor& to, const std::byte* bytes, std::size_t count) {
-    while (count > 0) {
-        const ssize_t written = ::write(to.Get(), bytes, count);
-        if (written < 0 && errno == EINTR) {
-            continue;
-        }
-        if (written <= 0) {
-            ThrowSystemError(kAttempt, written == 0 ? ENOSPC : errno);
-        }
-        bytes += written;
-        count -= static_cast<std::size_t>(written);
     }
 }
 

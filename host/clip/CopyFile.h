@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 
 #include "clip/FileDescriptor.h"
@@ -14,10 +13,6 @@ namespace zonstory {
 /// @throws ClipError when there is too little space, said before the first byte, or a call fails; ClipInterrupted.
 void CopyFile(const FileDescriptor& from, const FileDescriptor& to, std::int64_t size, const FileDescriptor& folder,
               int spaceFactor);
-
-/// Writes all bytes at a file's position.
-/// @throws ClipError
-void WriteAll(const FileDescriptor& to, const std::byte* bytes, std::size_t count);
 
 /// @throws ClipError "needs 2.1 GB of free space in its folder, which has 1.2 GB".
 void RequireFreeSpace(const FileDescriptor& folder, std::int64_t needed);

@@ -161,6 +161,15 @@ std::vector<IsoBox> ReadIsoBoxes(const ByteReader& file, std::uint64_t begin, st
     return boxes;
 }
 
+std::optional<IsoBox> FindIsoBox(const ByteReader& file, const IsoBox& parent, std::uint32_t type) {
+    for (const IsoBox& box : ReadIsoBoxes(file, parent.offset, parent.offset + parent.size)) {
+        if (box.type == type) {
+            return box;
+        }
+    }
+    return std::nullopt;
+}
+
 IsoLayout ReadIsoLayout(const ByteReader& file) {
     IsoLayout layout{ReadIsoBoxes(file, 0, file.Size())};
     const auto find = [&](std::uint32_t type) {

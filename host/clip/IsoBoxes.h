@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "clip/ByteReader.h"
@@ -17,6 +18,9 @@ struct IsoBox {
 /// The boxes that lie side by side between two places of a file.
 /// @throws ClipError when one reaches beyond `end`: the file is truncated or no such file.
 std::vector<IsoBox> ReadIsoBoxes(const ByteReader& file, std::uint64_t begin, std::uint64_t end);
+
+/// The first box of a type within another, if there is one. A box that stands for the file holds it all.
+std::optional<IsoBox> FindIsoBox(const ByteReader& file, const IsoBox& parent, std::uint32_t type);
 
 /// What matters about the layout of an MP4 or MOV.
 struct IsoLayout {

@@ -4,15 +4,15 @@
 #include <optional>
 
 #include <fcntl.h>
-#include <sys/stat.h>
 
 #include "clip/EmbeddedXMP.h"
 #include "clip/Essence.h"
+#include "clip/FileSize.h"
 #include "clip/Interrupt.h"
 #include "clip/IsoBoxes.h"
+#include "clip/MovPacket.h"
 #include "clip/SameMetadata.h"
 #include "clip/Sidecar.h"
-#include "clip/SystemError.h"
 
 namespace zonstory {
 
@@ -22,16 +22,12 @@ bool IsIso(XMP_FileFormat format) {
     return format == kXMP_MOVFile || format == kXMP_MPEG4File;
 }
 
-std::uint64_t SizeOf(const FileDescriptor& file) {
-    struct stat status {};
-    if (::fstat(file.Get(), &status) != 0) {
-        ThrowSystemError("cannot open its copy");
-    }
-    return static_cast<std::uint64_t>(status.st_size);
+bool Carries(const SXMPMeta& written, const ClipState& state) {
+    return MetadataContent(state.xmp).IsWhatWasWritten(MetadataContent(written), state.before);
 }
 
-void RequireSameMetadata(const SXMPMeta& wanted, const SXMPMeta& written) {
-    if (!MetadataContent(wanted).IsWhatWasWritten(MetadataContent(written))) {
+void RequireWantedMetadata(const SXMPMeta& written, const ClipState& state) {
+    if (!Carries(written, state)) {
         throw ClipError("the metadata read back from its copy is not what was written");
     }
 }
@@ -91,7 +87,7 @@ bool KeepsIndexInFront(const MediaFile& before, const ClipState& state, const Re
         return true;
     }
     const FileDescriptor copy = replacement.Open(O_RDONLY);
-    return MediaFile(copy, SizeOf(copy), state.format).HasIndexInFront();
+    return MediaFile(copy, FileSize(copy), state.format).HasIndexInFront();
 }
 
 // A MOV's index holds its metadata, grows with it and then moves to the end; the metadata of an MP4 goes behind all.
@@ -101,6 +97,15 @@ Layout FirstLayout(const MediaFile& before, const ClipState& state) {
     return willMove && !before.essence.mustNotMove ? Layout::IndexInFront : Layout::AsItFalls;
 }
 
+void RequireMetadataInCopy(const ClipState& state, const FileDescriptor& copy, const Replacement& replacement) {
+    const auto read = [&] { return ReadEmbeddedXMP(replacement.Path(), copy).xmp; };
+    SXMPMeta written = read();
+    if (state.format == kXMP_MOVFile && !Carries(written, state) && OverwriteMovPacket(copy, state.xmp)) {
+        written = read();
+    }
+    RequireWantedMetadata(written, state);
+}
+
 std::vector<std::string> PrepareClip(const ClipState& state, const ClipOptions& options, Replacement& replacement) {
     std::vector<std::string> notes;
     const MediaFile before(state.file.File(), static_cast<std::uint64_t>(state.file.Status().st_size), state.format);
@@ -108,9 +113,9 @@ std::vector<std::string> PrepareClip(const ClipState& state, const ClipOptions& 
     if (!KeepsIndexInFront(before, state, replacement) && !before.essence.mustNotMove) {
         WriteCopy(state, Layout::IndexInFront, replacement);
     }
-    const FileDescriptor copy = replacement.Open(O_RDONLY);
-    RequireSameMetadata(state.xmp, ReadEmbeddedXMP(replacement.Path(), copy).xmp);
-    const MediaFile after(copy, SizeOf(copy), state.format);
+    const FileDescriptor copy = replacement.Open(O_RDWR);
+    RequireMetadataInCopy(state, copy, replacement);
+    const MediaFile after(copy, FileSize(copy), state.format);
     if (before.HasIndexInFront() && !after.HasIndexInFront()) {
         throw ClipError("its index would not stay in front of its media");
     }
@@ -121,7 +126,7 @@ std::vector<std::string> PrepareClip(const ClipState& state, const ClipOptions& 
 void PrepareSidecar(const ClipState& state, Replacement& replacement) {
     replacement.Discard();
     replacement.Write(SidecarText(state.xmp));
-    RequireSameMetadata(state.xmp, ReadSidecar(TargetFile::Open(replacement.Path())));
+    RequireWantedMetadata(ReadSidecar(TargetFile::Open(replacement.Path())), state);
 }
 
 } // namespace

@@ -14,6 +14,7 @@
 #include "clip/FileAttributes.h"
 #include "clip/Interrupt.h"
 #include "clip/SystemError.h"
+#include "clip/WriteAll.h"
 
 namespace zonstory {
 
@@ -82,7 +83,7 @@ void Replacement::CopyTarget(int spaceFactor) {
 
 void Replacement::Write(const std::string& bytes) {
     const FileDescriptor file = Create(mWorkspace.Folder(), FileName(), mTarget.Exists() ? kPrivate : kOrdinary);
-    WriteAll(file, reinterpret_cast<const std::byte*>(bytes.data()), bytes.size());
+    WriteAll(file, bytes);
 }
 
 void Replacement::Discard() {

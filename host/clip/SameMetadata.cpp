@@ -1,6 +1,7 @@
 #include "clip/SameMetadata.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string_view>
 
 namespace zonstory {
@@ -46,9 +47,21 @@ std::string FindAbout(std::string_view text) {
     return std::string(text.substr(start, text.find('"', start) - start));
 }
 
-bool IsDigest(const std::string& property) {
-    const std::size_t nameEnd = property.find_first_of(" />", kPropertyStart.size());
-    return property.substr(0, nameEnd).find(":NativeDigest") != std::string::npos;
+std::string_view NameOf(std::string_view property) {
+    const std::string_view fromName = property.substr(kPropertyStart.size());
+    return fromName.substr(0, fromName.find_first_of(" />"));
+}
+
+bool IsDigest(std::string_view property) {
+    return NameOf(property).find(":NativeDigest") != std::string_view::npos;
+}
+
+// What the first has and the second has not; both sorted.
+std::vector<std::string> Difference(const std::vector<std::string>& first, const std::vector<std::string>& second) {
+    std::vector<std::string> rest;
+    std::set_difference(first.begin(), first.end(), second.begin(), second.end(), std::back_inserter(rest));
+    std::erase_if(rest, IsDigest);
+    return rest;
 }
 
 } // namespace
@@ -60,14 +73,14 @@ MetadataContent::MetadataContent(const SXMPMeta& xmp) {
     mProperties = SplitProperties(std::string_view(text).substr(0, text.find(kDescriptionEnd)));
 }
 
-bool MetadataContent::IsWhatWasWritten(const MetadataContent& written) const {
-    return *this == written || WithoutDigests() == written.WithoutDigests();
-}
-
-MetadataContent MetadataContent::WithoutDigests() const {
-    MetadataContent rest = *this;
-    std::erase_if(rest.mProperties, IsDigest);
-    return rest;
+bool MetadataContent::IsWhatWasWritten(const MetadataContent& written, const MetadataContent& before) const {
+    const auto isFromBefore = [&](const std::string& property) {
+        return std::any_of(before.mProperties.begin(), before.mProperties.end(),
+                           [&](const std::string& earlier) { return NameOf(earlier) == NameOf(property); });
+    };
+    const std::vector<std::string> added = Difference(written.mProperties, mProperties);
+    return mAbout == written.mAbout && Difference(mProperties, written.mProperties).empty() &&
+           std::none_of(added.begin(), added.end(), isFromBefore);
 }
 
 } // namespace zonstory

@@ -12,18 +12,18 @@ namespace zonstory {
 /// again moves behind the others; the order within a property counts.
 class MetadataContent {
 public:
+    MetadataContent() = default; ///< That of no metadata at all, as far as IsWhatWasWritten() is concerned.
     /// @throws XMP_Error when the toolkit cannot serialize it.
     explicit MetadataContent(const SXMPMeta& xmp);
 
     bool operator==(const MetadataContent&) const = default;
 
-    /// Whether `written`, read back from a file, holds all that this does and nothing else. Left out are the digests by
-    /// which the toolkit's handlers recognise their own work; they are made while writing.
-    bool IsWhatWasWritten(const MetadataContent& written) const;
+    /// Whether `written`, read back from a file that held `before`, says what this does. The toolkit's handlers may add
+    /// what they take from other metadata of the file, and digests by which they recognise their own work; but nothing
+    /// that this lacks may have stayed from before.
+    bool IsWhatWasWritten(const MetadataContent& written, const MetadataContent& before) const;
 
 private:
-    MetadataContent WithoutDigests() const;
-
     std::string mAbout;
     std::vector<std::string> mProperties; // sorted
 };

@@ -1,12 +1,9 @@
 #include "clip/Sidecar.h"
 
-#include <unordered_map>
-
 #include <strings.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "clip/EmbeddedXMP.h"
 #include "clip/SystemError.h"
 
 namespace zonstory {
@@ -51,13 +48,6 @@ std::string ReadWhole(const TargetFile& file) {
 // The toolkit takes any XML for metadata that happens to be empty.
 bool HoldsRDF(const std::string& bytes, const SXMPMeta& xmp) {
     return bytes.find(kRDFNamespace) != std::string::npos || SidecarText(xmp) != SidecarText(SXMPMeta());
-}
-
-bool UsesSidecar(const fs::path& clip, const ClipOptions& options) try {
-    const TargetFile file = TargetFile::Open(clip);
-    return options.forceSidecar || !ReadEmbeddedXMP(file.Path(), file.File()).isWritable;
-} catch (const ClipError&) {
-    return false;
 }
 
 } // namespace
@@ -105,24 +95,6 @@ std::string SidecarText(const SXMPMeta& xmp) {
     std::string text;
     xmp.SerializeToBuffer(&text, kXMP_OmitPacketWrapper, 0, "", "", 0);
     return text;
-}
-
-std::vector<SidecarConflict> SidecarConflicts(const std::vector<fs::path>& clips, const ClipOptions& options) {
-    std::vector<SidecarConflict> conflicts;
-    std::unordered_map<std::string, const fs::path*> owners;
-    std::unordered_map<std::string, const fs::path*> candidates;
-    (void)candidates;
-    for (const fs::path& clip : clips) {
-        if (!UsesSidecar(clip, options)) {
-            continue;
-        }
-        const fs::path sidecar = ChooseSidecar(fs::canonical(clip), options.sidecarName).path;
-        const auto [owner, isFirst] = owners.emplace(sidecar.native(), &clip);
-        if (!isFirst) {
-            conflicts.push_back({*owner->second, clip, sidecar});
-        }
-    }
-    return conflicts;
 }
 
 } // namespace zonstory

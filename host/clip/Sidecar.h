@@ -2,8 +2,6 @@
 
 #include <filesystem>
 #include <string>
-#include <utility>
-#include <vector>
 
 #include "clip/Clip.h"
 #include "clip/TargetFile.h"
@@ -33,17 +31,5 @@ SXMPMeta ReadSidecar(const TargetFile& sidecar);
 
 /// The bytes of a sidecar.
 std::string SidecarText(const SXMPMeta& xmp);
-
-/// Two clips that would share one sidecar.
-struct SidecarConflict {
-    std::filesystem::path first, second;
-    std::filesystem::path sidecar;
-};
-
-/// Finds the clips among these that would overwrite each other's sidecar, such as A001.mxf and A001.mkv. Clips that are
-/// written inside have none. Linear in their number.
-/// @param clips  As FindClips() gives them. One that cannot be read is left out: its own turn will say why.
-std::vector<SidecarConflict> SidecarConflicts(const std::vector<std::filesystem::path>& clips,
-                                              const ClipOptions& options);
 
 } // namespace zonstory

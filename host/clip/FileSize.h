@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstdint>
+
+#include <sys/stat.h>
+
+#include "clip/FileDescriptor.h"
+#include "clip/SystemError.h"
+
+namespace zonstory {
+
+/// @throws ClipError
+inline std::uint64_t FileSize(const FileDescriptor& file) {
+    struct stat status {};
+    if (::fstat(file.Get(), &status) != 0) {
+        ThrowSystemError("cannot be read");
+    }
+    return static_cast<std::uint64_t>(status.st_size);
+}
+
+} // namespace zonstory

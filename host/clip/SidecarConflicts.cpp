@@ -1,0 +1,104 @@
+#include "clip/SidecarConflicts.h"
+
+#include <algorithm>
+#include <string>
+#include <system_error>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "clip/ClipList.h"
+#include "clip/EmbeddedXMP.h"
+#include "clip/Sidecar.h"
+#include "clip/TargetFile.h"
+
+namespace zonstory {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Member {
+    fs::path clip; // as it was given
+    bool isAskedAbout;
+};
+
+// Clips by the sidecar that they would use if they used one.
+class SidecarGroups {
+public:
+    explicit SidecarGroups(SidecarName name) : mName(name) {}
+
+    void Add(const fs::path& clip, bool isAskedAbout) {
+        std::error_code error;
+        const fs::path real = fs::canonical(clip, error);
+        if (error || !mClips.insert(real.native()).second) {
+            return;
+        }
+        const fs::path sidecar = ChooseSidecar(real, mName).path;
+        const auto [position, isNew] = mPositions.emplace(sidecar.native(), mGroups.size());
+        if (isNew) {
+            mGroups.push_back({sidecar, {}});
+        }
+        mGroups[position->second].members.push_back({clip, isAskedAbout});
+        mFolders.insert(real.parent_path().native());
+    }
+
+    void AddNeighbours() {
+        for (const std::string& folder : std::unordered_set<std::string>(mFolders)) {
+            for (const fs::path& clip : FindClips({folder}, false).clips) {
+                Add(clip, false);
+            }
+        }
+    }
+
+    struct Group {
+        fs::path sidecar;
+        std::vector<Member> members;
+    };
+    const std::vector<Group>& Groups() const { return mGroups; }
+
+private:
+    SidecarName mName;
+    std::vector<Group> mGroups;
+    std::unordered_map<std::string, std::size_t> mPositions;
+    std::unordered_set<std::string> mClips;
+    std::unordered_set<std::string> mFolders;
+};
+
+// A neighbour that can be written inside may never have got a sidecar, whatever this run is told to do.
+bool UsesSidecar(const Member& member, const ClipOptions& options) try {
+    const TargetFile file = TargetFile::Open(member.clip);
+    return (options.forceSidecar && member.isAskedAbout) || !ReadEmbeddedXMP(file.Path(), file.File()).isWritable;
+} catch (const ClipError&) {
+    return false;
+}
+
+void AddConflicts(const SidecarGroups::Group& group, const ClipOptions& options,
+                  std::vector<SidecarConflict>& conflicts) {
+    const Member& first = group.members.front();
+    if (group.members.size() < 2 || !first.isAskedAbout) {
+        return;
+    }
+    std::vector<Member> users;
+    std::copy_if(group.members.begin(), group.members.end(), std::back_inserter(users),
+                 [&](const Member& member) { return UsesSidecar(member, options); });
+    for (std::size_t index = 1; index < users.size() && users.front().isAskedAbout; ++index) {
+        conflicts.push_back({users.front().clip, users[index].clip, group.sidecar});
+    }
+}
+
+} // namespace
+
+std::vector<SidecarConflict> SidecarConflicts(const std::vector<fs::path>& clips, const ClipOptions& options) {
+    SidecarGroups groups(options.sidecarName);
+    for (const fs::path& clip : clips) {
+        groups.Add(clip, true);
+    }
+    groups.AddNeighbours();
+    std::vector<SidecarConflict> conflicts;
+    for (const SidecarGroups::Group& group : groups.Groups()) {
+        AddConflicts(group, options, conflicts);
+    }
+    return conflicts;
+}
+
+} // namespace zonstory

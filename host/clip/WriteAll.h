@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "clip/FileDescriptor.h"
+
+namespace zonstory {
+
+/// Writes all bytes at a file's own position, which moves on.
+/// @throws ClipError, as the next.
+void WriteAll(const FileDescriptor& to, std::string_view bytes);
+
+/// Writes all bytes at a place.
+void WriteAllAt(const FileDescriptor& to, std::string_view bytes, std::uint64_t offset);
+
+} // namespace zonstory
