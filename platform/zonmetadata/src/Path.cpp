@@ -11,6 +11,17 @@ namespace zonmetadata {
 Path::Path(SharedText schemaNamespace, zoncore::UTF8String propertyPath)
     : mSchemaNamespace(std::move(schemaNamespace)), mPropertyPath(std::move(propertyPath)) {}
 
+Path::Path(Path&& other) noexcept
+    : mSchemaNamespace(other.mSchemaNamespace), mPropertyPath(std::move(other.mPropertyPath)) {
+    other.mPropertyPath.clear();
+}
+
+Path& Path::operator=(Path&& other) noexcept {
+    mSchemaNamespace = other.mSchemaNamespace;
+    mPropertyPath.swap(other.mPropertyPath);
+    return *this;
+}
+
 bool operator==(const Path& left, const Path& right) {
     return left.PropertyPath() == right.PropertyPath() && left.SchemaNamespace() == right.SchemaNamespace();
 }

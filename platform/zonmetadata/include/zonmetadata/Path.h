@@ -15,6 +15,13 @@ namespace zonmetadata {
 /// prefix before the longer text: so item 10 of an array sorts before item 2.
 class ZONMETADATA_API Path {
 public:
+    Path(const Path&) = default;
+    Path& operator=(const Path&) = default;
+    /// `other` keeps its schema, with whatever property path; it may be used like any other.
+    Path(Path&& other) noexcept;
+    Path& operator=(Path&& other) noexcept;
+    ~Path() = default;
+
     /// The schema's namespace URI, UTF-8.
     const zoncore::UTF8String& SchemaNamespace() const { return *mSchemaNamespace; }
 

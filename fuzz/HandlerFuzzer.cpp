@@ -1,0 +1,82 @@
+// Raw events straight into the handler: any order, any nesting, lone surrogates, zero units, several documents; then
+// every reader of the model over what was built, also after an error.
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include <zonstoryparser/StoryParser.h>
+
+#include "ByteSource.h"
+#include "SceneInvariants.h"
+#include "Toolkit.h"
+
+namespace {
+
+using zoncore::UString;
+
+const UString kNames[] = {u"Talewright", u"document", u"stream",        u"section", u"scene", u"paragraph",
+                          u"textRun",    u"metaData", u"commentStream", u"Tag",     u"other", u""};
+const UString kAttributes[] = {u"objID",        u"element", u"name",  u"version", u"sceneNumber",
+                               u"shotDuration", u"label",   u"other", u"template"};
+const UString kValues[] = {u"",       u"1.0",       u"body",   u"header", u"footer",       u"SceneHeading",
+                           u"Dialog", u"Character", u"Action", u"1:30",   u"INT. A - DAY", u"id"};
+
+UString Value(fuzz::ByteSource& data) {
+    return data.Below(8) == 0 ? data.Units(12) : data.OneOf(kValues);
+}
+
+zoncore::AttributeMap Attributes(fuzz::ByteSource& data) {
+    zoncore::AttributeMap attributes;
+    for (std::size_t count = data.Below(5); count > 0; --count) {
+        attributes[data.OneOf(kAttributes)] = Value(data);
+    }
+    return attributes;
+}
+
+void Deliver(fuzz::ByteSource& data, zonstoryparser::StoryParser& parser) {
+    switch (data.Below(16)) {
+    case 0:
+        return parser.StartDocument();
+    case 1:
+        return parser.EndDocument();
+    case 2:
+        return parser.SetParseError(data.Units(12));
+    case 3:
+    case 4:
+    case 5:
+        return parser.Characters(Value(data));
+    case 6:
+    case 7:
+    case 8:
+    case 9:
+        return parser.EndElement(data.OneOf(kNames));
+    default:
+        return parser.StartElement(data.OneOf(kNames), Attributes(data));
+    }
+}
+
+// A whole story's beginning, so that the events after it meet open elements.
+void OpenAScene(zonstoryparser::StoryParser& parser) {
+    parser.StartDocument();
+    parser.StartElement(u"Talewright", {{u"version", u"1.0"}});
+    parser.StartElement(u"document", {});
+    parser.StartElement(u"stream", {{u"name", u"body"}});
+    parser.StartElement(u"section", {});
+    parser.StartElement(u"scene", {});
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+    fuzz::StartToolkit();
+    fuzz::ByteSource data(bytes, size);
+    zonstoryparser::StoryParser parser;
+    if (data.Below(2) == 0) {
+        OpenAScene(parser);
+    }
+    while (!data.IsEmpty()) {
+        Deliver(data, parser);
+    }
+    fuzz::CheckStory(parser.GetStory());
+    return 0;
+}
