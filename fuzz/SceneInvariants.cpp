@@ -131,8 +131,8 @@ void CheckPacket(const boost::intrusive_ptr<Scene>& scene) {
     REQUIRE(shots.size() <= 1);
     for (const ShotXMP& shot : shots) {
         SXMPMeta parsed(shot.xmpPacket.data(), shot.xmpPacket.size());
-        // The scene number is in every packet. Were another XML parser to take the place of the toolkit's own, packets would
-        // read as empty, without an error.
+        // The scene number is in every packet. Were another XML parser to take the place of the toolkit's own, packets
+        // would read as empty, without an error.
         if (scene->sceneNumber.find_first_of(u"\uFFFE\uFFFF") == UString::npos) {
             std::string number;
             REQUIRE(GetSceneNumberFromXMP(parsed, nullptr, &number) && !number.empty());
