@@ -5,6 +5,7 @@
 #include <CLI/App.hpp>
 
 #include "cli/CommonOptions.h"
+#include "commands/Clear.h"
 #include "commands/Show.h"
 #include "commands/Write.h"
 
@@ -17,8 +18,20 @@ Action AddWrite(CLI::App& command) {
     command
         .add_option("--scene", options->scene, "The scene, by its number as the story writes it, or by position: #7")
         ->type_name("SCENE");
+    command
+        .add_option("--map", options->map,
+                    "A CSV file with the columns clip and scene, instead of --scene and CLIP. Comma, semicolon or tab; "
+                    "UTF-8 or UTF-16. A relative clip is looked for beside the file first. - for standard input")
+        ->type_name("FILE");
     AddBatch(command, options->batch);
     return [options](Output& output) { return RunWrite(*options, output); };
+}
+
+Action AddClear(CLI::App& command) {
+    auto options = std::make_shared<ClearOptions>();
+    AddClips(command, options->clips, options->recursive)->required();
+    AddBatch(command, options->batch);
+    return [options](Output& output) { return RunClear(*options, output); };
 }
 
 Action AddShow(CLI::App& command) {

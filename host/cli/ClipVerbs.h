@@ -7,6 +7,7 @@ namespace zonstory {
 /// @name The verbs that work on clips
 /// @{
 Action AddWrite(CLI::App& command);
+Action AddClear(CLI::App& command);
 Action AddShow(CLI::App& command);
 /// @}
 

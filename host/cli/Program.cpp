@@ -3,6 +3,7 @@
 #include <csignal>
 #include <cstdio>
 #include <new>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,7 +13,7 @@
 #include "cli/OptionTree.h"
 #include "commands/InterruptSignals.h"
 #include "commands/UsageError.h"
-#include "output/AtomicFile.h"
+#include "output/CsvReader.h"
 #include "output/ExitCode.h"
 #include "output/Output.h"
 #include "story/SceneSelection.h"
@@ -22,6 +23,13 @@ namespace zonstory {
 
 namespace {
 
+void PrintLines(const std::string& lines, Output& output) {
+    std::istringstream stream(lines);
+    for (std::string line; std::getline(stream, line);) {
+        output.Error(line);
+    }
+}
+
 // Runs the verb; an error that ends it becomes one line and a code.
 int RunVerb(const Invocation& invocation, Output& output) {
     try {
@@ -30,9 +38,12 @@ int RunVerb(const Invocation& invocation, Output& output) {
         output.Error(error.what());
         return kStoryUnread;
     } catch (const SceneSelectionError& error) {
-        output.Error(error.what());
+        PrintLines(error.what(), output);
         return kUnmatched;
     } catch (const UsageError& error) {
+        output.Error(error.what());
+        return kUsage;
+    } catch (const CsvError& error) {
         output.Error(error.what());
         return kUsage;
     } catch (const std::bad_alloc&) {

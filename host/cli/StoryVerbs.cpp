@@ -6,8 +6,10 @@
 
 #include "cli/CommonOptions.h"
 #include "commands/Characters.h"
+#include "commands/Check.h"
 #include "commands/Dump.h"
 #include "commands/Info.h"
+#include "commands/Packets.h"
 #include "commands/Scenes.h"
 
 namespace zonstory {
@@ -35,6 +37,24 @@ Action AddScenes(CLI::App& command) {
 
 Action AddCharacters(CLI::App& command) {
     return AddReader<CharactersOptions>(command, RunCharacters);
+}
+
+Action AddCheck(CLI::App& command) {
+    return AddReader<CheckOptions>(command, RunCheck);
+}
+
+Action AddPackets(CLI::App& command) {
+    auto options = std::make_shared<PacketsOptions>();
+    AddStory(command, options->story);
+    command
+        .add_option("--scene", options->scenes,
+                    "A scene, by number or position (#7); may be given again. All scenes unless given")
+        ->type_name("SCENE")
+        ->allow_extra_args(false);
+    command.add_option("-o,--output", options->target, "The folder for the packets; - for standard output")
+        ->type_name("DIR")
+        ->required();
+    return [options](Output& output) { return RunPackets(*options, output); };
 }
 
 Action AddDump(CLI::App& command) {

@@ -9,6 +9,8 @@ namespace zonstory {
 Action AddInfo(CLI::App& command);
 Action AddScenes(CLI::App& command);
 Action AddCharacters(CLI::App& command);
+Action AddCheck(CLI::App& command);
+Action AddPackets(CLI::App& command);
 Action AddDump(CLI::App& command);
 /// @}
 

@@ -51,6 +51,11 @@ ClipRecord WorkOn(const ClipTask& task, const ClipOptions& options) {
     if (IsInterrupted()) {
         return record;
     }
+    if (!task.refusal.empty()) {
+        record.result = ClipResult::Failed;
+        record.reason = task.refusal;
+        return record;
+    }
     try {
         Update(task, options, record);
     } catch (const ClipInterrupted&) {

@@ -16,7 +16,8 @@ namespace zonstory {
 /// One clip and what is to be done to it.
 struct ClipTask {
     std::filesystem::path clip;
-    std::string scene; ///< The number that is written; empty for `clear`.
+    std::string refusal; ///< Why nothing is done; empty where something is.
+    std::string scene;   ///< The number that is written; empty for `clear`.
     std::function<std::vector<zonmetadata::Path>(SXMPMeta&)>
         change; ///< Called on any thread. Returns what may have changed.
 };

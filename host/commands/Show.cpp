@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "commands/ClipScene.h"
+#include "commands/ClipSelection.h"
 #include "commands/Toolkit.h"
 #include "output/ExitCode.h"
 #include "output/Json.h"
@@ -105,17 +106,24 @@ std::string AsCsv(const std::vector<ClipScene>& scenes) {
     return table.AsCsv();
 }
 
+void RefuseIfUnfit(const SelectedClip& clip) {
+    if (!clip.refusal.empty()) {
+        throw ClipError(clip.refusal);
+    }
+}
+
 } // namespace
 
 int RunShow(const ShowOptions& options, Output& output) {
     const Toolkit toolkit;
     std::vector<ClipScene> scenes;
     int exitCode = kDone;
-    for (const std::string& clip : options.clips) {
+    for (const SelectedClip& clip : SelectClips(options.clips, options.recursive)) {
         try {
-            scenes.push_back(ReadClipScene(clip, options.clip));
+            RefuseIfUnfit(clip);
+            scenes.push_back(ReadClipScene(clip.path, options.clip));
         } catch (const std::exception& error) {
-            output.Error(clip + ": " + error.what());
+            output.Error(clip.path.string() + ": " + error.what());
             exitCode = kSomeFailed;
         }
     }

@@ -1,0 +1,95 @@
+#include "commands/Check.h"
+
+#include <vector>
+
+#include <fmt/format.h>
+#include <nlohmann/json.hpp>
+
+#include "output/ExitCode.h"
+#include "output/Json.h"
+#include "output/SafeText.h"
+#include "output/Table.h"
+#include "story/StoryCheck.h"
+#include "story/StoryReader.h"
+
+namespace zonstory {
+
+namespace {
+
+std::string SceneName(const Finding& finding) {
+    if (finding.position == 0) {
+        return "";
+    }
+    const std::string position = fmt::format("#{}", finding.position);
+    return finding.number.empty() ? position : finding.number + " (" + position + ")";
+}
+
+std::string AsText(const std::vector<Finding>& findings, const std::string& story) {
+    std::string text;
+    for (const Finding& finding : findings) {
+        const std::string scene = SceneName(finding);
+        text += SafeLine(fmt::format("{}:{}: {}{}", story, finding.line, scene.empty() ? "" : "scene " + scene + ": ",
+                                     finding.message)) +
+                '\n';
+    }
+    return text;
+}
+
+std::string AsCsv(const std::vector<Finding>& findings) {
+    Table table({{"line", ""}, {"kind", ""}, {"position", ""}, {"number", ""}, {"message", ""}});
+    for (const Finding& finding : findings) {
+        table.AddRow({std::to_string(finding.line), KindWord(finding.kind),
+                      finding.position == 0 ? "" : std::to_string(finding.position), finding.number, finding.message});
+    }
+    return table.AsCsv();
+}
+
+std::string AsJson(const std::vector<Finding>& findings) {
+    Json rows = Json::array();
+    for (const Finding& finding : findings) {
+        Json row = {{"line", finding.line}, {"kind", KindWord(finding.kind)}, {"message", finding.message}};
+        row["scene"] =
+            finding.position == 0 ? Json(nullptr) : Json({{"position", finding.position}, {"number", finding.number}});
+        rows.push_back(std::move(row));
+    }
+    Json document = JsonDocument("check", 1);
+    document["findings"] = std::move(rows);
+    return JsonText(document);
+}
+
+void Print(const std::vector<Finding>& findings, const CheckOptions& options, Output& output) {
+    switch (options.format) {
+    case Format::Text:
+        output.Result(AsText(findings, options.story == "-" ? "standard input" : options.story));
+        break;
+    case Format::Json:
+        output.Result(AsJson(findings));
+        break;
+    case Format::Csv:
+        output.Result(AsCsv(findings));
+        break;
+    }
+}
+
+} // namespace
+
+int RunCheck(const CheckOptions& options, Output& output) {
+    StoryReadOptions readOptions;
+    readOptions.recordLines = true;
+    try {
+        const Story story = ReadStory(options.story, readOptions);
+        const std::vector<Finding> findings = CheckStory(*story.root, story.lines);
+        Print(findings, options, output);
+        output.Note(fmt::format("{} findings", findings.size()));
+        return kDone;
+    } catch (const StoryError& error) {
+        if (error.Position().line == 0) {
+            throw;
+        }
+        Print({{error.Position().line, FindingKind::Structure, 0, "", error.Message()}}, options, output);
+        output.Error(error.what());
+        return kStoryUnread;
+    }
+}
+
+} // namespace zonstory

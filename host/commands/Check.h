@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+
+#include "output/Format.h"
+#include "output/Output.h"
+
+namespace zonstory {
+
+struct CheckOptions {
+    std::string story;
+    Format format = Format::Text;
+};
+
+/// Prints what a script coordinator should look at before the shoot, by line. A story that cannot be read whole is
+/// itself a finding, and the only one.
+/// @return An ExitCode: kDone also with findings, kStoryUnread for a malformed story.
+/// @throws StoryError when the file cannot be opened or read at all.
+int RunCheck(const CheckOptions& options, Output& output);
+
+} // namespace zonstory

@@ -1,0 +1,28 @@
+#include "commands/Clear.h"
+
+#include <utility>
+
+#include "commands/ClipSelection.h"
+#include "commands/SceneSync.h"
+#include "commands/Toolkit.h"
+
+namespace zonstory {
+
+namespace {
+
+constexpr BatchWords kWords = {"cleared", "would be cleared"};
+
+} // namespace
+
+int RunClear(const ClearOptions& options, Output& output) {
+    const Toolkit toolkit;
+    std::vector<SelectedClip> clips = SelectClips(options.clips, options.recursive);
+    RefuseSharedSidecars(clips, options.batch.clip);
+    std::vector<ClipTask> tasks;
+    for (SelectedClip& clip : clips) {
+        tasks.push_back({std::move(clip.path), std::move(clip.refusal), "", ClearScene});
+    }
+    return RunBatch(tasks, options.batch, kWords, output);
+}
+
+} // namespace zonstory

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstddef>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zonstory {
+
+/// A file of rows that cannot be read or makes no sense: "file: reason" or "file:line: reason".
+class CsvError : public std::runtime_error {
+public:
+    CsvError(const std::string& file, std::size_t line, const std::string& reason);
+};
+
+struct CsvRow {
+    std::size_t line = 0; ///< Where the row starts, from 1.
+    std::vector<std::string> fields;
+};
+
+/// What a spreadsheet, or a person, saved as CSV.
+///
+/// Comma, semicolon and tab are told apart by the first row, or by a line "sep=;" in front of it. UTF-8 and UTF-16 are
+/// read with or without a byte order mark and come out as UTF-8; bytes that are neither are kept as they are, since a
+/// file name may be made of them. Blanks around an unquoted field do not count; empty rows are left out.
+struct CsvContents {
+    CsvRow header;
+    std::vector<CsvRow> rows; ///< As they are; a row may be shorter or longer than the header.
+};
+
+/// @param path  A file's name, or "-" for standard input.
+/// @throws CsvError when the file cannot be read, is empty, or has a quote that is not closed.
+CsvContents ReadCsv(const std::string& path);
+
+/// @param name  Stands for the file's name in an error.
+/// @throws CsvError
+CsvContents ParseCsv(std::string_view bytes, const std::string& name);
+
+} // namespace zonstory
