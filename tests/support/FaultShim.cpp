@@ -1,0 +1,179 @@
+// Preloaded into a program under test. Counts its calls that change files, names them in a log, and lets one of them fail
+// or be the program's last moment.
+//
+//     FAULT_LOG=file    one line for each call, in order: its name and what it was given
+//     FAULT_AT=n        the call, counted from 1, that does not happen
+//     FAULT_ERROR=n     what errno says of it; 0 kills the program before it
+//
+// Works wherever programs can be preloaded, also where tracing other processes is forbidden.
+#include <cerrno>
+#include <csignal>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+namespace {
+
+long Setting(const char* name, long otherwise) {
+    const char* const text = ::getenv(name);
+    return text != nullptr ? std::atol(text) : otherwise;
+}
+
+// Written by bare system calls, so that the log does not count itself.
+void Log(const char* call, const char* subject) {
+    static const char* const path = ::getenv("FAULT_LOG");
+    if (path == nullptr) {
+        return;
+    }
+    static const long log = ::syscall(SYS_openat, AT_FDCWD, path, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
+    char line[512];
+    const int length = std::snprintf(line, sizeof line, "%s %s\n", call, subject);
+    ::syscall(SYS_write, log, line, static_cast<size_t>(length));
+}
+
+void NameOfDescriptor(int descriptor, char (&name)[256]) {
+    char link[64];
+    std::snprintf(link, sizeof link, "/proc/self/fd/%d", descriptor);
+    const ssize_t length = ::readlink(link, name, sizeof name - 1);
+    name[length > 0 ? length : 0] = '\0';
+}
+
+// Whether the call is to fail.
+bool Counts(const char* call, const char* subject) {
+    static long count = 0;
+    static const long at = Setting("FAULT_AT", 0);
+    static const long error = Setting("FAULT_ERROR", 0);
+    Log(call, subject);
+    if (++count != at) {
+        return false;
+    }
+    if (error == 0) {
+        ::kill(::getpid(), SIGKILL);
+    }
+    errno = static_cast<int>(error);
+    return true;
+}
+
+// A call on a terminal, a pipe or the log of a test is no change of a file.
+bool CountsOn(const char* call, int descriptor) {
+    struct stat status {};
+    if (::fstat(descriptor, &status) != 0 || (!S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode))) {
+        return false;
+    }
+    char name[256];
+    NameOfDescriptor(descriptor, name);
+    return Counts(call, name);
+}
+
+template <typename Function>
+Function* Next(const char* name) {
+    return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, name));
+}
+
+bool MakesFiles(int flags) {
+    return (flags & O_CREAT) != 0 || (flags & O_TRUNC) != 0;
+}
+
+} // namespace
+
+#define FORWARD(name, ...)                                                                                             \
+    static auto* const next = Next<decltype(::name)>(#name);                                                           \
+    return next(__VA_ARGS__)
+
+#define ON_NAME(type, name, subject, parameters, ...)                                                                  \
+    extern "C" type name parameters {                                                                                  \
+        if (Counts(#name, subject)) {                                                                                  \
+            return -1;                                                                                                 \
+        }                                                                                                              \
+        FORWARD(name, __VA_ARGS__);                                                                                    \
+    }
+
+#define ON_DESCRIPTOR(type, name, descriptor, parameters, ...)                                                         \
+    extern "C" type name parameters {                                                                                  \
+        if (CountsOn(#name, descriptor)) {                                                                             \
+            return -1;                                                                                                 \
+        }                                                                                                              \
+        FORWARD(name, __VA_ARGS__);                                                                                    \
+    }
+
+#define OPENING(name)                                                                                                  \
+    extern "C" int name(const char* path, int flags, ...) {                                                            \
+        va_list rest;                                                                                                  \
+        va_start(rest, flags);                                                                                         \
+        const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(rest, mode_t) : 0;                                         \
+        va_end(rest);                                                                                                  \
+        if (MakesFiles(flags) && Counts(#name, path)) {                                                                \
+            return -1;                                                                                                 \
+        }                                                                                                              \
+        FORWARD(name, path, flags, mode);                                                                              \
+    }
+#define OPENING_AT(name)                                                                                               \
+    extern "C" int name(int folder, const char* path, int flags, ...) {                                                \
+        va_list rest;                                                                                                  \
+        va_start(rest, flags);                                                                                         \
+        const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(rest, mode_t) : 0;                                         \
+        va_end(rest);                                                                                                  \
+        if (MakesFiles(flags) && Counts(#name, path)) {                                                                \
+            return -1;                                                                                                 \
+        }                                                                                                              \
+        FORWARD(name, folder, path, flags, mode);                                                                      \
+    }
+
+// NOLINTBEGIN: the system's own declarations
+OPENING(open)
+OPENING(open64)
+OPENING_AT(openat)
+OPENING_AT(openat64)
+ON_NAME(int, creat, path, (const char* path, mode_t mode), path, mode)
+ON_NAME(int, mkdir, path, (const char* path, mode_t mode) noexcept, path, mode)
+ON_NAME(int, mkdirat, path, (int folder, const char* path, mode_t mode) noexcept, folder, path, mode)
+ON_NAME(int, rmdir, path, (const char* path) noexcept, path)
+ON_NAME(int, unlink, path, (const char* path) noexcept, path)
+ON_NAME(int, unlinkat, path, (int folder, const char* path, int flags) noexcept, folder, path, flags)
+ON_NAME(int, rename, to, (const char* from, const char* to) noexcept, from, to)
+ON_NAME(int, renameat, to, (int a, const char* from, int b, const char* to) noexcept, a, from, b, to)
+ON_NAME(int, renameat2, to, (int a, const char* from, int b, const char* to, unsigned flags) noexcept, a, from, b, to,
+        flags)
+ON_NAME(int, link, to, (const char* from, const char* to) noexcept, from, to)
+ON_NAME(int, symlink, to, (const char* from, const char* to) noexcept, from, to)
+ON_NAME(int, truncate, path, (const char* path, off_t size) noexcept, path, size)
+ON_NAME(int, chmod, path, (const char* path, mode_t mode) noexcept, path, mode)
+ON_DESCRIPTOR(ssize_t, write, file, (int file, const void* bytes, size_t count), file, bytes, count)
+ON_DESCRIPTOR(ssize_t, pwrite, file, (int file, const void* bytes, size_t count, off_t at), file, bytes, count, at)
+ON_DESCRIPTOR(ssize_t, pwrite64, file, (int file, const void* bytes, size_t count, off64_t at), file, bytes, count, at)
+ON_DESCRIPTOR(ssize_t, copy_file_range, to,
+              (int from, off64_t* fromAt, int to, off64_t* toAt, size_t count, unsigned flags), from, fromAt, to, toAt,
+              count, flags)
+ON_DESCRIPTOR(int, ftruncate, file, (int file, off_t size) noexcept, file, size)
+ON_DESCRIPTOR(int, ftruncate64, file, (int file, off64_t size) noexcept, file, size)
+ON_DESCRIPTOR(int, fsync, file, (int file), file)
+ON_DESCRIPTOR(int, fdatasync, file, (int file), file)
+ON_DESCRIPTOR(int, sync_file_range, file, (int file, off64_t at, off64_t count, unsigned flags), file, at, count, flags)
+ON_DESCRIPTOR(int, fchmod, file, (int file, mode_t mode) noexcept, file, mode)
+ON_DESCRIPTOR(int, fchown, file, (int file, uid_t user, gid_t group) noexcept, file, user, group)
+ON_DESCRIPTOR(int, fsetxattr, file, (int file, const char* name, const void* value, size_t size, int flags) noexcept,
+              file, name, value, size, flags)
+ON_DESCRIPTOR(int, futimens, file, (int file, const struct timespec times[2]) noexcept, file, times)
+ON_DESCRIPTOR(int, flock, file, (int file, int operation) noexcept, file, operation)
+
+extern "C" int ioctl(int file, unsigned long request, ...) noexcept {
+    va_list rest;
+    va_start(rest, request);
+    void* const argument = va_arg(rest, void*);
+    va_end(rest);
+    if (CountsOn("ioctl", file)) {
+        return -1;
+    }
+    FORWARD(ioctl, file, request, argument);
+}
+// NOLINTEND
