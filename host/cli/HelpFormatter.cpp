@@ -3,11 +3,14 @@
 #include <CLI/App.hpp>
 #include <fmt/format.h>
 
+#include "cli/OptionDocs.h"
 #include "cli/Verb.h"
 
 namespace zonstory {
 
 namespace {
+
+constexpr std::size_t kLineLength = 100;
 
 const Verb* FindVerb(const std::string& name) {
     for (const Verb& verb : Verbs()) {
@@ -18,19 +21,34 @@ const Verb* FindVerb(const std::string& name) {
     return nullptr;
 }
 
+// Breaks a paragraph at blanks; the lines after the first are indented.
+std::string Wrapped(const std::string& paragraph, std::size_t indent) {
+    std::string text;
+    std::size_t column = indent;
+    for (const std::string& word : CLI::detail::split(paragraph, ' ')) {
+        if (column > indent && column + 1 + word.size() > kLineLength) {
+            text += '\n' + std::string(indent, ' ');
+            column = indent;
+        }
+        text += (column > indent ? " " : "") + word;
+        column += (column > indent ? 1 : 0) + word.size();
+    }
+    return text;
+}
+
 } // namespace
+
+std::string HelpFormatter::make_description(const CLI::App* app) const {
+    const Verb* const verb = FindVerb(app->get_name());
+    return verb == nullptr ? app->get_description() + "\n\n"
+                           : fmt::format("{}.\n\n{}\n\n", verb->summary, Wrapped(verb->details, 0));
+}
 
 std::string HelpFormatter::make_usage(const CLI::App* app, std::string name) const {
     if (app->get_parent() == nullptr) {
-        return fmt::format("Usage: {} VERB [OPTIONS] ...\n       {} VERB --help\n", name, name);
+        return fmt::format("Usage: {} VERB ... [OPTIONS]\n       {} VERB --help\n", name, name);
     }
-    std::string usage = "Usage: " + name;
-    for (const CLI::Option* option : app->get_options([](const CLI::Option* o) { return o->get_positional(); })) {
-        const bool isMany = option->get_expected_max() > 1;
-        const std::string text = option->get_name(true) + (isMany ? "..." : "");
-        usage += option->get_required() ? ' ' + text : " [" + text + ']';
-    }
-    return usage + " [OPTIONS]\n";
+    return "Usage: " + name + ' ' + Synopsis(*app) + '\n';
 }
 
 std::string HelpFormatter::make_subcommand(const CLI::App* command) const {
@@ -38,14 +56,19 @@ std::string HelpFormatter::make_subcommand(const CLI::App* command) const {
     return fmt::format("  {:<12}{}\n  {:<12}$ {}\n", command->get_name(), verb->summary, "", verb->example);
 }
 
-// The kind of value alone, "FILE" or "{text,json,csv}"; what is required stands in the usage line.
-std::string HelpFormatter::make_option_opts(const CLI::Option* option) const {
-    const std::string kind = option->get_type_size() == 0 ? "" : option->get_type_name();
-    const std::size_t colon = kind.find(':');
-    const std::string name = kind.substr(0, colon);
-    const bool hasChoices = colon != std::string::npos && kind.compare(colon, 2, ":{") == 0;
-    const std::string shown = hasChoices ? kind.substr(colon + 1) : name;
-    return shown.empty() ? "" : ' ' + shown;
+std::string HelpFormatter::make_footer(const CLI::App* app) const {
+    return app->get_footer();
+}
+
+// What is required stands in the usage line.
+std::string HelpFormatter::make_option(const CLI::Option* option, bool) const {
+    const OptionDoc doc = DescribeOption(*option);
+    const std::string name =
+        (doc.shortName.empty() ? "" : doc.shortName + ", ") + doc.longName + (doc.value.empty() ? "" : ' ' + doc.value);
+    const std::size_t column = get_column_width();
+    const std::string gap =
+        name.size() + 4 > column ? '\n' + std::string(column, ' ') : std::string(column - 2 - name.size(), ' ');
+    return "  " + name + gap + Wrapped(doc.description, column) + '\n';
 }
 
 } // namespace zonstory

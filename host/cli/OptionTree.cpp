@@ -1,35 +1,31 @@
 #include "cli/OptionTree.h"
 
+#include <string>
+
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include "cli/HelpFormatter.h"
 #include "cli/Verb.h"
-#include "output/ExitCode.h"
 
 namespace zonstory {
 
 namespace {
 
-struct ExitCodeMeaning {
-    ExitCode code;
-    const char* meaning;
-};
-
-constexpr ExitCodeMeaning kExitCodes[] = {
-    {kDone, "done"},
-    {kSomeFailed, "some clips failed, or results could not be written"},
-    {kUsage, "the command line makes no sense, or a file it names"},
-    {kStoryUnread, "the story is unreadable or malformed"},
-    {kUnmatched, "a scene was not found or is ambiguous, or a clip stayed unmatched"},
-};
-
 constexpr char kDescription[] = "Carries what a screenplay says into the metadata of the clips that show it.";
 
+std::string ExitCodeHelp() {
+    std::string text = "Exit codes:\n";
+    for (const ExitCodeMeaning& row : ExitCodeMeanings()) {
+        text += fmt::format("  {}  {}\n", static_cast<int>(row.code), row.meaning);
+    }
+    return text;
+}
+
 void AddVerb(CLI::App& program, const Verb& verb, Invocation& invocation) {
-    CLI::App* const command = program.add_subcommand(verb.name, std::string(verb.summary) + ".\n\n" + verb.details);
+    CLI::App* const command = program.add_subcommand(verb.name, verb.summary);
     command->group("Verbs");
-    command->footer(fmt::format("Example:\n  {}", verb.example));
+    command->footer(fmt::format("Example:\n  {}\n", verb.example));
     const Action run = verb.addOptions(*command);
     command->callback([run, &invocation] { invocation.run = run; });
 }
@@ -51,16 +47,19 @@ std::unique_ptr<CLI::App> MakeOptionTree(Invocation& invocation) {
     for (const Verb& verb : Verbs()) {
         AddVerb(*program, verb, invocation);
     }
-    program->footer("Exit codes:\n" + ExitCodeHelp());
+    program->footer(ExitCodeHelp());
     return program;
 }
 
-std::string ExitCodeHelp() {
-    std::string text;
-    for (const ExitCodeMeaning& row : kExitCodes) {
-        text += fmt::format("  {}  {}\n", static_cast<int>(row.code), row.meaning);
-    }
-    return text;
+const std::vector<ExitCodeMeaning>& ExitCodeMeanings() {
+    static const std::vector<ExitCodeMeaning> kMeanings = {
+        {kDone, "done"},
+        {kSomeFailed, "some clips failed, or results could not be written"},
+        {kUsage, "the command line makes no sense, or a file it names"},
+        {kStoryUnread, "the story is unreadable or malformed"},
+        {kUnmatched, "a scene was not found or is ambiguous, or a clip stayed unmatched"},
+    };
+    return kMeanings;
 }
 
 } // namespace zonstory

@@ -2,7 +2,9 @@
 
 #include <functional>
 #include <memory>
-#include <string>
+#include <vector>
+
+#include "output/ExitCode.h"
 
 namespace CLI {
 class App;
@@ -24,7 +26,12 @@ struct Invocation {
 /// @param invocation  Filled when the tree parses; must live as long as the tree.
 std::unique_ptr<CLI::App> MakeOptionTree(Invocation& invocation);
 
-/// What the program's exit codes mean, one a line, each line indented by two blanks.
-std::string ExitCodeHelp();
+struct ExitCodeMeaning {
+    ExitCode code;
+    const char* meaning;
+};
+
+/// What the program's exit codes mean, for help and man page.
+const std::vector<ExitCodeMeaning>& ExitCodeMeanings();
 
 } // namespace zonstory

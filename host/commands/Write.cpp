@@ -56,7 +56,7 @@ Selection SelectForOneScene(const WriteOptions& options, const SceneSelection& s
 Selection SelectByMap(const WriteOptions& options, const SceneSelection& scenes, Output& output) {
     const SceneMap map = ReadSceneMap(options.map, scenes);
     if (map.rowsWithoutScene > 0) {
-        output.Note(fmt::format("{}: {} rows name no scene and are passed over", options.map, map.rowsWithoutScene));
+        output.Note(fmt::format("{}: rows without a scene, passed over: {}", options.map, map.rowsWithoutScene));
     }
     Selection selection;
     std::unordered_map<std::string, const MappedClip*> seen;
