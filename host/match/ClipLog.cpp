@@ -1,0 +1,172 @@
+#include "match/ClipLog.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "match/LogText.h"
+#include "output/CsvReader.h"
+
+namespace zonstory {
+
+namespace {
+
+constexpr std::string_view kDelimiters = ",;\t|";
+constexpr std::size_t kMostHeadingLines = 50; ///< In front of the header of a CSV file.
+constexpr std::string_view kBlanks = " \t\r\n";
+
+std::string_view Trimmed(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(kBlanks);
+    return first == std::string_view::npos ? std::string_view()
+                                           : text.substr(first, text.find_last_not_of(kBlanks) + 1 - first);
+}
+
+bool EqualIgnoringCase(std::string_view text, std::string_view lowerCase) {
+    return std::equal(text.begin(), text.end(), lowerCase.begin(), lowerCase.end(),
+                      [](char left, char right) { return (left >= 'A' && left <= 'Z' ? left + 32 : left) == right; });
+}
+
+// Hands out lines, ended by LF, CR LF or CR, and counts them.
+class Lines {
+public:
+    explicit Lines(std::string_view text) : mText(text) {}
+
+    bool Next(std::string_view& line) {
+        if (mText.empty()) {
+            return false;
+        }
+        const std::size_t end = std::min(mText.find_first_of("\r\n"), mText.size());
+        line = mText.substr(0, end);
+        mText.remove_prefix(std::min(end + (mText.substr(end, 2) == "\r\n" ? 2 : 1), mText.size()));
+        ++mNumber;
+        return true;
+    }
+    std::size_t Number() const { return mNumber; }
+    std::string_view Rest() const { return mText; }
+
+private:
+    std::string_view mText;
+    std::size_t mNumber = 0;
+};
+
+std::vector<std::string> Split(std::string_view line, char delimiter) {
+    std::vector<std::string> fields;
+    for (std::size_t begin = 0; begin <= line.size();) {
+        const std::size_t end = std::min(line.find(delimiter, begin), line.size());
+        fields.emplace_back(Trimmed(line.substr(begin, end - begin)));
+        begin = end + 1;
+    }
+    return fields;
+}
+
+// ---- Avid log exchange ------------------------------------------------------------------------------------------------
+
+bool IsAvidLog(std::string_view text) {
+    Lines lines(text);
+    std::string_view line;
+    while (lines.Next(line) && Trimmed(line).empty()) {
+    }
+    return EqualIgnoringCase(Trimmed(line), "heading");
+}
+
+enum class Section { Heading, Column, Data };
+
+ClipLog ReadAvidLog(std::string_view text, const std::string& name) {
+    ClipLog log;
+    Section section = Section::Heading;
+    Lines lines(text);
+    for (std::string_view line; lines.Next(line);) {
+        const std::string_view trimmed = Trimmed(line);
+        if (trimmed.empty()) {
+            continue;
+        }
+        if (section != Section::Data && EqualIgnoringCase(trimmed, "column")) {
+            section = Section::Column;
+        } else if (section != Section::Data && EqualIgnoringCase(trimmed, "data")) {
+            section = Section::Data;
+        } else if (section == Section::Column && log.columns.empty()) {
+            log.columns = Split(line, '\t');
+        } else if (section == Section::Data) {
+            log.rows.push_back({lines.Number(), Split(line, '\t')});
+        }
+    }
+    if (section != Section::Data) {
+        throw CsvError(name, lines.Number(), section == Section::Heading ? "no Column section" : "no Data section");
+    }
+    return log;
+}
+
+// ---- CSV --------------------------------------------------------------------------------------------------------------
+
+struct Header {
+    std::size_t line = 0; ///< 0 when there is none.
+    char delimiter = ',';
+    std::string_view rest; ///< The text from the header on.
+};
+
+std::vector<std::string> SplitTitles(std::string_view line, char delimiter) {
+    std::vector<std::string> titles = Split(line, delimiter);
+    for (std::string& title : titles) {
+        std::erase(title, '"');
+    }
+    return titles;
+}
+
+Header FindHeader(std::string_view text) {
+    Lines lines(text);
+    std::string_view before = text;
+    for (std::string_view line; lines.Number() < kMostHeadingLines && lines.Next(line); before = lines.Rest()) {
+        for (const char delimiter : kDelimiters) {
+            if (line.find(delimiter) != std::string_view::npos &&
+                FindLogColumns(SplitTitles(line, delimiter)).AreEnough()) {
+                return {lines.Number(), delimiter, before};
+            }
+        }
+    }
+    return {};
+}
+
+// What the CSV reader takes: it learns the delimiter from a line of its own, and line numbers stay true.
+std::string ForReader(const Header& header) {
+    std::string text = std::string("sep=") + header.delimiter;
+    text.append(std::max<std::size_t>(header.line, 2) - 1, '\n');
+    return text.append(header.rest);
+}
+
+ClipLog ReadCsvLog(std::string_view text, const std::string& name) {
+    const Header header = FindHeader(text);
+    if (header.line == 0) {
+        throw CsvError(name, 1, "no header names a scene column and a clip column");
+    }
+    const std::size_t moved = header.line == 1 ? 1 : 0; // the first line had to make room
+    CsvContents contents = ParseCsv(ForReader(header), name);
+    ClipLog log;
+    log.columns = std::move(contents.header.fields);
+    log.rows.reserve(contents.rows.size());
+    for (CsvRow& row : contents.rows) {
+        log.rows.push_back({row.line - moved, std::move(row.fields)});
+    }
+    return log;
+}
+
+} // namespace
+
+std::string_view ClipLog::Field(const Row& row, std::optional<std::size_t> column) const {
+    return column && *column < row.fields.size() ? Trimmed(row.fields[*column]) : std::string_view();
+}
+
+std::string ClipLog::Where(const Row& row) const {
+    return name + ":" + std::to_string(row.line);
+}
+
+ClipLog ReadClipLog(std::string_view bytes, const std::string& name) {
+    const std::string text = LogToUTF8(bytes);
+    ClipLog log = IsAvidLog(text) ? ReadAvidLog(text, name) : ReadCsvLog(text, name);
+    log.name = name;
+    log.known = FindLogColumns(log.columns);
+    if (!log.known.AreEnough()) {
+        throw CsvError(name, 0, "has no scene column, or no clip column");
+    }
+    return log;
+}
+
+} // namespace zonstory

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "match/LogColumns.h"
+
+namespace zonstory {
+
+/// What somebody on the set, or a camera, noted of the clips: a row a clip.
+struct ClipLog {
+    struct Row {
+        std::size_t line = 0; ///< In the file, from 1.
+        std::vector<std::string> fields;
+    };
+
+    std::string name;                 ///< Of the file, for messages.
+    std::vector<std::string> columns; ///< All of them, also those that nobody here knows.
+    LogColumns known;
+    std::vector<Row> rows;
+
+    /// A field of a row without blanks around it; empty where the row is too short or the log has no such column.
+    std::string_view Field(const Row& row, std::optional<std::size_t> column) const;
+    std::string Where(const Row& row) const; ///< "day3.csv:12"
+};
+
+/// Reads a log: an Avid log exchange file, or CSV with the columns under their usual names, in any case and order, behind
+/// any lines of heading. Encoding and delimiter (comma, semicolon, tab, bar) are found out. All columns are kept.
+/// @param name  The file's, for messages.
+/// @throws CsvError "name:line: reason" when there is no header with a scene and a clip, or a quote is not closed.
+ClipLog ReadClipLog(std::string_view bytes, const std::string& name);
+
+} // namespace zonstory

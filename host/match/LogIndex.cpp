@@ -1,0 +1,211 @@
+#include "match/LogIndex.h"
+
+#include <algorithm>
+
+#include <fmt/format.h>
+
+#include "match/SceneText.h"
+
+namespace zonstory {
+
+namespace {
+
+constexpr std::size_t kMostFolders = 5; ///< Of a path, compared from its end.
+
+// File systems and people differ in case, and logs come from systems that write folders with a backslash.
+std::string FoldPath(std::string_view path) {
+    std::string folded(path);
+    std::transform(folded.begin(), folded.end(), folded.begin(), [](char c) {
+        return c == '\\' ? '/' : c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    });
+    return folded;
+}
+
+std::string_view FileName(std::string_view path) {
+    return path.substr(path.rfind('/') + 1);
+}
+
+// The path from its last `folders` folders on; the whole path where it has fewer.
+std::string_view Tail(std::string_view path, std::size_t folders) {
+    std::size_t begin = path.size();
+    for (std::size_t part = 0; part <= folders && begin > 0; ++part) {
+        const std::size_t slash = path.rfind('/', begin - 1);
+        if (slash == std::string_view::npos) {
+            return path;
+        }
+        begin = slash;
+    }
+    return path.substr(begin + 1);
+}
+
+// "a007c006" of "a007c006_160424_r28l"; empty for a name of another kind.
+std::string_view RollAndClip(std::string_view stem) {
+    const std::string_view head = stem.substr(0, stem.find('_'));
+    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+    const std::size_t clip = head.rfind('c');
+    const bool roll = head.size() >= 6 && !isDigit(head.front()) && clip != std::string_view::npos && clip >= 3 &&
+                      clip + 3 < head.size() &&
+                      std::all_of(head.begin() + 1, head.begin() + static_cast<std::ptrdiff_t>(clip), isDigit) &&
+                      std::all_of(head.begin() + static_cast<std::ptrdiff_t>(clip) + 1, head.end(), isDigit);
+    return roll ? head : std::string_view();
+}
+
+Confidence Ceiling(bool exact, bool otherFolder) {
+    return exact ? Confidence::Certain : otherFolder ? Confidence::Medium : Confidence::High;
+}
+
+} // namespace
+
+LogIndex::LogIndex(std::span<const ClipLog> logs, std::span<const std::string> clips, SlateStyle style)
+    : mFindings(clips.size()) {
+    if (logs.empty()) {
+        return;
+    }
+    mTakes.resize(clips.size());
+    for (std::size_t clip = 0; clip < clips.size(); ++clip) {
+        IndexClip(clip, clips[clip], style);
+    }
+    for (const ClipLog& log : logs) {
+        for (const ClipLog::Row& row : log.rows) {
+            FindClips(log, row);
+        }
+    }
+}
+
+void LogIndex::IndexClip(std::size_t clip, std::string_view path, SlateStyle style) {
+    const std::string folded = FoldPath(path);
+    const auto add = [clip](Places& places, std::string_view key) {
+        Place& place = places[std::string(key)];
+        place.clip = clip;
+        ++place.count;
+    };
+    std::size_t length = 0;
+    for (std::size_t folders = 0; folders <= kMostFolders && length < folded.size(); ++folders) {
+        const std::string_view tail = Tail(folded, folders);
+        if (tail.size() > length) {
+            add(mPaths, tail);
+        }
+        length = std::max(tail.size(), length);
+        if (tail.size() == folded.size()) {
+            break;
+        }
+    }
+    const std::string_view stem = WithoutMediaExtension(FileName(folded));
+    add(mStems, stem);
+    if (const std::string_view roll = RollAndClip(stem); !roll.empty()) {
+        add(mRolls, roll);
+    }
+    if (style == SlateStyle::Continuous) {
+        SlateNumber number = ReadSlateNumber(FileName(path));
+        mTakes[clip] = std::move(number.take);
+        if (!number.slate.empty()) {
+            mSlates[std::move(number.slate)].push_back(clip);
+        }
+    }
+}
+
+LogIndex::Hit LogIndex::FindName(std::string_view value) const {
+    const std::string folded = FoldPath(value);
+    if (folded.empty()) {
+        return {};
+    }
+    const bool hasFolder = folded.find('/') != std::string::npos;
+    for (std::size_t folders = kMostFolders + 1; folders-- > 0;) {
+        const auto found = mPaths.find(std::string(Tail(folded, folders)));
+        if (found != mPaths.end()) {
+            const bool shared = folders > 0 && Tail(folded, folders).find('/') != std::string_view::npos;
+            return {found->second, shared ? Way::SharedPath : hasFolder ? Way::OtherFolder : Way::FileName};
+        }
+    }
+    const std::string stem(WithoutMediaExtension(FileName(folded)));
+    if (const auto found = mStems.find(stem); found != mStems.end()) {
+        return {found->second, Way::Stem};
+    }
+    const auto found = mRolls.find(stem);
+    return found != mRolls.end() ? Hit{found->second, Way::Roll} : Hit{};
+}
+
+// Tape "A007C006_160424_R28L"; camera roll "A007" with clip "C006" or "6".
+LogIndex::Hit LogIndex::FindRoll(std::string_view reel, std::string_view number) const {
+    const std::string roll = FoldPath(reel);
+    if (roll.empty()) {
+        return {};
+    }
+    if (number.empty()) {
+        const auto found = mStems.find(roll);
+        return found != mStems.end() ? Hit{found->second, Way::Roll} : Hit{};
+    }
+    std::string clip = FoldPath(number);
+    clip = clip.front() == 'c' ? clip.substr(1) : clip;
+    clip.insert(0, clip.size() < 3 ? 3 - clip.size() : 0, '0');
+    const auto found = mRolls.find(roll + "c" + clip);
+    return found != mRolls.end() ? Hit{found->second, Way::Roll} : Hit{};
+}
+
+void LogIndex::FindClips(const ClipLog& log, const ClipLog::Row& row) {
+    const LogColumns& known = log.known;
+    if (log.Field(row, known.scene).empty()) {
+        return;
+    }
+    const std::string_view file = log.Field(row, known.file);
+    const std::string_view clip = log.Field(row, known.clip);
+    const std::string_view reel = log.Field(row, known.reel);
+    bool found = Record(log, row, file, FindName(file)) || Record(log, row, clip, FindName(clip)) ||
+                 Record(log, row, reel, FindRoll(reel, log.Field(row, known.number)));
+    const std::string_view sound = log.Field(row, known.sound);
+    found = Record(log, row, sound, FindName(sound)) || found;
+    if (!found && !RecordSlate(log, row)) {
+        ++mRowsWithoutClip;
+    }
+}
+
+// Whether the row is dealt with: it found its clip, or more than one.
+bool LogIndex::Record(const ClipLog& log, const ClipLog::Row& row, std::string_view value, const Hit& hit) {
+    if (hit.place.count == 0) {
+        return false;
+    }
+    if (hit.place.count > 1) {
+        mProblems.push_back(fmt::format("{}: {} clips are called \"{}\"", log.Where(row), hit.place.count, value));
+        return true;
+    }
+    mFindings[hit.place.clip].push_back({&log, &row, hit.way});
+    return true;
+}
+
+bool LogIndex::RecordSlate(const ClipLog& log, const ClipLog::Row& row) {
+    const std::string slate = CanonicalSceneNumber(log.Field(row, log.known.slate));
+    const auto clips = mSlates.find(slate);
+    if (slate.empty() || clips == mSlates.end()) {
+        return false;
+    }
+    const std::string take = CanonicalSceneNumber(log.Field(row, log.known.take));
+    for (const std::size_t clip : clips->second) {
+        if (take.empty() || mTakes[clip].empty() || take == mTakes[clip]) {
+            mFindings[clip].push_back({&log, &row, Way::Slate});
+        }
+    }
+    return true;
+}
+
+std::vector<Statement> LogIndex::Statements(std::size_t clip) const {
+    std::vector<Statement> statements;
+    const std::vector<Finding>& findings = mFindings[clip];
+    const auto best = std::min_element(findings.begin(), findings.end(),
+                                       [](const Finding& left, const Finding& right) { return left.way < right.way; });
+    for (const Finding& finding : findings) {
+        if (finding.way != best->way) {
+            continue;
+        }
+        Statement statement;
+        statement.source = Source::Log;
+        statement.text = finding.log->Field(*finding.row, finding.log->known.scene);
+        statement.where = finding.log->Where(*finding.row);
+        statement.take = CanonicalSceneNumber(finding.log->Field(*finding.row, finding.log->known.take));
+        statement.readings = ReadSceneField(statement.text);
+        statement.ceiling = Ceiling(finding.way <= Way::FileName, finding.way == Way::OtherFolder);
+        statements.push_back(std::move(statement));
+    }
+    return statements;
+}
+
+} // namespace zonstory

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zonstory {
+
+/// A stretch of a name that is all digits or all letters.
+struct NameRun {
+    std::uint32_t begin = 0; ///< Into the folded text.
+    std::uint32_t end = 0;
+    std::uint32_t value = 0; ///< Of digits; the largest value where they say more.
+    bool digits = false;
+    bool glued = false; ///< Nothing stands between this run and the one before.
+    bool noise = false; ///< Part of a date, a reel name, a frame size: says nothing of the scene.
+    bool reel = false;  ///< Noise that names a camera's clip.
+};
+
+/// A name cut where letters, digits and everything else meet. "Sc12A-3" is SC, 12, A, 3.
+///
+/// Letters are folded to capitals without accents as far as the words of slates need it ("Scène" is SCENE); every other
+/// byte above ASCII counts as a letter, so that a number inside a word of any script is seen to be inside a word.
+class NameRuns {
+public:
+    /// Takes any bytes. A name beyond kMostRuns runs is no slate and has none.
+    explicit NameRuns(std::string_view name);
+
+    static constexpr std::size_t kMostRuns = 256;
+
+    std::size_t size() const { return mRuns.size(); }
+    NameRun& operator[](std::size_t index) { return mRuns[index]; }
+    const NameRun& operator[](std::size_t index) const { return mRuns[index]; }
+
+    std::string_view Text(std::size_t run) const;
+    std::size_t Length(std::size_t run) const { return mRuns[run].end - mRuns[run].begin; }
+
+    /// What stands between this run and the one before; empty where they touch and in front of the first.
+    std::string_view Separator(std::size_t run) const;
+
+    /// The end of the chunk that begins at `run`: runs glued to one another.
+    std::size_t ChunkEnd(std::size_t run) const;
+
+    /// Whether the run is a chunk by itself.
+    bool Alone(std::size_t run) const;
+
+    bool StartsWithZero(std::size_t run) const { return mText[mRuns[run].begin] == '0'; }
+
+    void MarkNoise(std::size_t first, std::size_t end, bool reel = false);
+
+private:
+    std::string mText;
+    std::vector<NameRun> mRuns;
+};
+
+/// Digits without the zeros in front; "0" stays.
+std::string_view WithoutLeadingZeros(std::string_view digits);
+
+} // namespace zonstory
