@@ -43,7 +43,10 @@ void CheckSetting(const SceneContent& content, std::size_t line, const ReportFin
 void CheckTimeOfDay(const SceneContent& content, std::size_t line, const ReportFinding& report) {
     const std::string heading = UTF16to8(content.heading);
     if (content.timeOfDay.empty()) {
-        report(line, FindingKind::TimeOfDay, fmt::format("the time of day of '{}' is not recognised", heading));
+        const bool hasLongDash = content.heading.find_first_of(u"–—") != UString::npos;
+        report(line, FindingKind::TimeOfDay,
+               fmt::format("the time of day of '{}' is not recognised{}", heading,
+                           hasLongDash ? ": only a hyphen (-) parts it from the location" : ""));
     } else if (content.timeOfDay.find(u'-') != UString::npos) {
         report(line, FindingKind::TimeOfDay,
                fmt::format("the first dash of '{}' ends the location '{}'; the time of day reads '{}'", heading,

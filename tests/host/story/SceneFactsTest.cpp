@@ -1,0 +1,97 @@
+#include "story/SceneFacts.h"
+
+#include <ostream>
+
+#include <gmock/gmock.h>
+
+#include "story/PacketRule.h"
+#include "story/SceneContent.h"
+#include "story/StoryReader.h"
+#include "story/WordCount.h"
+
+namespace {
+
+using ::testing::ElementsAre;
+
+struct WordCase {
+    const char* name;
+    zoncore::UString text;
+    std::size_t count;
+};
+void PrintTo(const WordCase& c, std::ostream* stream) {
+    *stream << c.name;
+}
+class WordCount : public ::testing::TestWithParam<WordCase> {};
+
+TEST_P(WordCount, CountsAsAPersonWould) {
+    EXPECT_EQ(zonstory::CountWords(GetParam().text), GetParam().count);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Texts, WordCount,
+    ::testing::Values(WordCase{"Empty", u"", 0}, WordCase{"Blanks", u" \t\n", 0},
+                      WordCase{"Plain", u"Rain on glass.", 3}, WordCase{"Joined", u"Don't, Smith-Jones: it’s 3.50!", 4},
+                      WordCase{"DashesAndDots", u"No — wait... what?", 3},
+                      WordCase{"TrailingJoiner", u"rock 'n' roll-", 3},
+                      WordCase{"Accents", u"Grüß Élodie cafe\u0301s", 3}, WordCase{"Cyrillic", u"На большой дороге", 3},
+                      WordCase{"Chinese", u"医院，白天。", 4}, WordCase{"ChineseBeyondBMP", u"𠮷野家", 3},
+                      WordCase{"Japanese", u"コーヒー、2杯", 6}, WordCase{"Korean", u"밤이 깊었다", 2},
+                      WordCase{"MixedScripts", u"INT 医院 X5", 4}, WordCase{"LoneSurrogate", u"a \xD800 b", 2}),
+    [](const auto& row) { return row.param.name; });
+
+TEST(SpeakerName, LeavesOutWhatTheCueAdds) {
+    EXPECT_EQ(zonstory::SpeakerName(u"ANN (V.O.)"), u"ANN");
+    EXPECT_EQ(zonstory::SpeakerName(u" ANN (O.S.) (CONT'D) "), u"ANN");
+    EXPECT_EQ(zonstory::SpeakerName(u"小明（旁白）"), u"小明");
+    EXPECT_EQ(zonstory::SpeakerName(u"(ALL)"), u"(ALL)");
+    EXPECT_EQ(zonstory::SpeakerName(u"MAN (40) AND DOG"), u"MAN (40) AND DOG");
+}
+
+constexpr char kStory[] = R"(<Talewright version="1.0"><document><stream name="body"><section>
+<scene sceneNumber="1"><paragraph objID="a" element="SceneHeading" shotDuration="0:0:5"><textRun>INT. HOUSE - DAY</textRun>
+</paragraph><paragraph element="Character"><textRun>ANN</textRun></paragraph><paragraph element="Dialog"><textRun>Hi </textRun>
+<textRun>you.</textRun></paragraph><paragraph element="Parenthetical"><textRun>not counted at all</textRun></paragraph>
+<paragraph element="Dialog"><textRun>Bye.</textRun></paragraph><paragraph element="Character"><textRun>BOB</textRun></paragraph>
+<paragraph element="Action"><textRun>It rains.</textRun></paragraph></scene>
+<scene><paragraph element="Character"><textRun>BOB</textRun></paragraph><paragraph element="Dialog"><textRun>No.</textRun>
+</paragraph><paragraph element="Character"><textRun>ANN (V.O.)</textRun></paragraph><paragraph element="Dialog"><textRun>Yes.
+</textRun></paragraph></scene><scene/></section></stream></document></Talewright>)";
+
+TEST(SceneFacts, SayWhatTheLibraryWouldWrite) {
+    const zonstory::Story story = zonstory::ReadStoryFromMemory(kStory, "s");
+    const auto scenes = zonstory::DescribeScenes(*story.root);
+    ASSERT_EQ(scenes.size(), 3U);
+    EXPECT_EQ(scenes[0].position, 1U);
+    EXPECT_EQ(scenes[0].number, "1");
+    EXPECT_EQ(scenes[0].setting, "INT");
+    EXPECT_EQ(scenes[0].location, "HOUSE");
+    EXPECT_EQ(scenes[0].timeOfDay, "DAY");
+    EXPECT_EQ(scenes[0].duration, "0:0:5");
+    EXPECT_THAT(scenes[0].speakers, ElementsAre("ANN"));
+    EXPECT_EQ(scenes[0].dialogueWords, 3U);
+    EXPECT_EQ(scenes[0].actionWords, 2U);
+    EXPECT_EQ(scenes[1].number, "");
+    EXPECT_THAT(scenes[1].speakers, ElementsAre("BOB", "ANN"));
+}
+
+TEST(CharacterFacts, GatherASpeakersScenesLinesAndWords) {
+    const zonstory::Story story = zonstory::ReadStoryFromMemory(kStory, "s");
+    const auto characters = zonstory::DescribeCharacters(*story.root);
+    ASSERT_EQ(characters.size(), 2U);
+    EXPECT_EQ(characters[0].name, "ANN");
+    EXPECT_THAT(characters[0].scenes, ElementsAre(1, 2));
+    EXPECT_EQ(characters[0].lines, 2U);
+    EXPECT_EQ(characters[0].words, 4U);
+    EXPECT_EQ(characters[1].name, "BOB");
+    EXPECT_THAT(characters[1].scenes, ElementsAre(2));
+}
+
+TEST(PacketRule, NamesTheReason) {
+    const zonstory::Story story = zonstory::ReadStoryFromMemory(kStory, "s");
+    const auto& scenes = story.root->document->body->section->scenes;
+    EXPECT_FALSE(zonstory::WhyNoPacket(*scenes[0]));
+    EXPECT_EQ(zonstory::WhyNoPacket(*scenes[1]), "its first paragraph has no objID");
+    EXPECT_EQ(zonstory::WhyNoPacket(*scenes[2]), "it has no paragraphs");
+}
+
+} // namespace

@@ -1,0 +1,236 @@
+#include "story/StoryReader.h"
+
+#include <filesystem>
+#include <ostream>
+#include <string>
+
+#include <gmock/gmock.h>
+
+#include <zonstoryparser/Story.h>
+
+#include "support/TemporaryFolder.h"
+
+namespace {
+
+using zonstory::ReadStory;
+using zonstory::ReadStoryFromMemory;
+using zonstory::Story;
+using zonstory::StoryError;
+using zonstory::StoryReadOptions;
+
+std::string WithBody(const std::string& body, const std::string& prolog = "") {
+    return prolog + "<Talewright version=\"1.0\"><document version=\"1.0\"><stream name=\"body\"><section>" + body +
+           "</section></stream></document></Talewright>";
+}
+
+std::string WithAction(const std::string& text, const std::string& prolog = "") {
+    return WithBody("<scene sceneNumber=\"1\"><paragraph objID=\"p\" element=\"Action\"><textRun>" + text +
+                        "</textRun></paragraph></scene>",
+                    prolog);
+}
+
+const zonstoryparser::Scene& FirstScene(const Story& story) {
+    return *story.root->document->body->section->scenes.at(0);
+}
+
+zoncore::UString FirstText(const Story& story) {
+    zoncore::UString text;
+    zonstoryparser::GetTextRuns(FirstScene(story).paragraphs.at(0), text);
+    return text;
+}
+
+std::string InUTF16(const std::string& ascii, bool isBigEndian, bool hasMark) {
+    std::string bytes = !hasMark ? "" : isBigEndian ? "\xFE\xFF" : "\xFF\xFE";
+    for (const char byte : ascii) {
+        bytes += isBigEndian ? std::string{'\0', byte} : std::string{byte, '\0'};
+    }
+    return bytes;
+}
+
+struct EncodingCase {
+    const char* name;
+    std::string bytes;
+    zoncore::UString text;
+};
+void PrintTo(const EncodingCase& c, std::ostream* stream) {
+    *stream << c.name;
+}
+class StoryEncoding : public ::testing::TestWithParam<EncodingCase> {};
+
+// In pieces of one byte too: a character may be cut anywhere.
+TEST_P(StoryEncoding, IsReadWholeAndInPieces) {
+    for (const std::size_t pieceSize : {1, 2, 3, 5, 64 * 1024}) {
+        StoryReadOptions options;
+        options.pieceSize = pieceSize;
+        EXPECT_EQ(FirstText(ReadStoryFromMemory(GetParam().bytes, "s", options)), GetParam().text) << pieceSize;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Known, StoryEncoding,
+    ::testing::Values(
+        EncodingCase{"UTF8", WithAction("Gr\xC3\xBC\xC3\x9F \xF0\x9F\x8E\xAC"), u"Grüß 🎬"},
+        EncodingCase{"UTF8WithMark", "\xEF\xBB\xBF" + WithAction("\xC3\xA9"), u"é"},
+        EncodingCase{"UTF16LittleWithMark", InUTF16(WithAction("caf\xE9"), false, true), u"café"},
+        EncodingCase{"UTF16BigWithMark", InUTF16(WithAction("caf\xE9"), true, true), u"café"},
+        EncodingCase{"UTF16LittleBare", InUTF16(WithAction("caf\xE9"), false, false), u"café"},
+        EncodingCase{"UTF16BigBare", InUTF16(WithAction("caf\xE9"), true, false), u"café"},
+        EncodingCase{"Latin1", WithAction("caf\xE9", "<?xml version='1.0' encoding='ISO-8859-1'?>"), u"café"},
+        EncodingCase{"ASCII", WithAction("&#233;", "<?xml version='1.0' encoding='US-ASCII'?>"), u"é"},
+        EncodingCase{"Windows1252", WithAction("\x93\x80\x94", "<?xml version='1.0' encoding='windows-1252'?>"),
+                     u"“€”"},
+        EncodingCase{"Koi8", WithAction("\xEE\xEF\xFE\xF8", "<?xml version='1.0' encoding='KOI8-R'?>"), u"НОЧЬ"},
+        EncodingCase{"Latin2", WithAction("\xB3", "<?xml version='1.0' encoding='iso-8859-2'?>"), u"ł"},
+        EncodingCase{"InternalEntity", WithAction("&who; &who;", "<!DOCTYPE t [<!ENTITY who 'ANN'>]>"), u"ANN ANN"},
+        EncodingCase{"ExternalSubsetIsPassedOver", WithAction("x", "<!DOCTYPE t SYSTEM '/etc/passwd'>"), u"x"}),
+    [](const auto& row) { return row.param.name; });
+
+struct RefusedCase {
+    const char* name;
+    std::string bytes;
+    std::size_t line, column;
+    const char* message; ///< A part of it.
+};
+void PrintTo(const RefusedCase& c, std::ostream* stream) {
+    *stream << c.name;
+}
+class RefusedStory : public ::testing::TestWithParam<RefusedCase> {};
+
+TEST_P(RefusedStory, SaysWhereAndWhy) {
+    for (const std::size_t pieceSize : {1, 64 * 1024}) {
+        StoryReadOptions options;
+        options.pieceSize = pieceSize;
+        try {
+            ReadStoryFromMemory(GetParam().bytes, "film.skrx", options);
+            FAIL() << "read without an error";
+        } catch (const StoryError& error) {
+            EXPECT_EQ(error.Position().line, GetParam().line);
+            EXPECT_EQ(error.Position().column, GetParam().column);
+            EXPECT_THAT(error.Message(), ::testing::HasSubstr(GetParam().message));
+            EXPECT_EQ(error.what(), "film.skrx:" + std::to_string(GetParam().line) + ":" +
+                                        std::to_string(GetParam().column) + ": " + error.Message());
+        }
+    }
+}
+
+std::string Nested(std::size_t depth) {
+    std::string text = "<Talewright version=\"1.0\">";
+    for (std::size_t level = 1; level < depth; ++level) {
+        text += "<a>";
+    }
+    return text;
+}
+
+// Ten times ten times ... of itself, as attackers send it.
+std::string EntityBomb() {
+    std::string prolog = "<!DOCTYPE t [<!ENTITY a0 'ha'>";
+    for (int level = 1; level < 10; ++level) {
+        const std::string inner = "&a" + std::to_string(level - 1) + ";";
+        std::string value;
+        for (int copy = 0; copy < 10; ++copy) {
+            value += inner;
+        }
+        prolog += "<!ENTITY a" + std::to_string(level) + " '" + value + "'>";
+    }
+    return WithAction("&a9;", prolog + "]>");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, RefusedStory,
+    ::testing::Values(
+        RefusedCase{"Empty", "", 1, 1, "no element found"},
+        RefusedCase{"MismatchedTag", "<Talewright version='1.0'>\n  <a></b>\n", 2, 8, "mismatched tag"},
+        RefusedCase{"CutOff", "<Talewright version='1.0'>\n<document>", 2, 11, "no element found"},
+        RefusedCase{"InvalidUTF8", "<Talewright version='1.0'>\n\xC3(", 2, 1, "not well-formed (invalid token)"},
+        RefusedCase{"ColumnCountsCharacters", "<a>\xC3\xA4\xC3\xB6</b>", 1, 8, "mismatched tag"},
+        RefusedCase{"StructuralAtStartTag", "<Talewright version='1.0'>\n <document/>\n  <document/></Talewright>", 3,
+                    3, "We found a Document, but we already had one, are there two?"},
+        RefusedCase{"StructuralAtEndTag",
+                    "<Talewright version='1.0'><metaData>a</metaData>\n<metaData>b</metaData></Talewright>", 2, 12,
+                    "Metadata already exists.  Are there two?"},
+        RefusedCase{"Version", "\n<Talewright version='2.0'/>", 2, 1,
+                    "Wrong Version.  The parser doesn't support version:  2.0"},
+        RefusedCase{"OtherRoot", "<!-- -->\n<html></html>", 2, 1, "the file's root is <html>"},
+        RefusedCase{"UnknownEncoding", "<?xml version='1.0' encoding='x-none'?><a/>", 1, 31, "'x-none' is not known"},
+        RefusedCase{"SeveralBytesACharacter", "<?xml version='1.0' encoding='Shift_JIS'?><a/>", 1, 31,
+                    "'Shift_JIS' is not known"},
+        RefusedCase{"ExternalEntity",
+                    "<!DOCTYPE t [<!ENTITY e SYSTEM '/etc/passwd'>]>\n<Talewright version='1.0'>&e;</Talewright>", 2,
+                    27, "external entity '/etc/passwd'"},
+        RefusedCase{"EntityOfExternalSubset", "<!DOCTYPE t SYSTEM 'x.dtd'>\n<Talewright version='1.0'>&e;</Talewright>",
+                    2, 27, "the entity 'e' is not defined in the file"},
+        RefusedCase{"EntityBomb", EntityBomb(), 1, 677, "limit on input amplification"},
+        RefusedCase{"Depth", Nested(1001), 1, 3024, "nested more than 1000 deep"}),
+    [](const auto& row) { return row.param.name; });
+
+TEST(StoryReader, ReadsToTheDepthLimit) {
+    std::string closing;
+    for (int level = 1; level < 1000; ++level) {
+        closing += "</a>";
+    }
+    EXPECT_TRUE(ReadStoryFromMemory(Nested(1000) + closing + "</Talewright>", "s").root);
+}
+
+TEST(StoryReader, AttributesBelongToTheirElementAlone) {
+    const Story story = ReadStoryFromMemory(WithBody("<scene objID='a' sceneNumber='1'/><scene sceneNumber='2'/>"
+                                                     "<scene sceneNumber='3' objID='c'/><scene/><scene objID='e' x='y' "
+                                                     "sceneNumber=''/>"),
+                                            "s");
+    std::string seen;
+    for (const auto& scene : story.root->document->body->section->scenes) {
+        seen += zoncore::UTF16to8(scene->objectID.AsString() + u"/" + scene->sceneNumber + u" ");
+    }
+    EXPECT_EQ(seen, "a/1 /2 c/3 / e/ ");
+}
+
+// Nineteen names share the room of sixteen, and nest.
+TEST(StoryReader, ManyUnknownElementsDoNotDisturb) {
+    std::string opening;
+    std::string closing;
+    for (char letter = 'a'; letter < 't'; ++letter) {
+        const std::string name = std::string("unknown-") + letter;
+        opening += "<" + name + " version='" + letter + "'>";
+        closing = "</" + name + ">" + closing;
+    }
+    const Story story = ReadStoryFromMemory("<Talewright version='1.0'>" + opening + "<Tag label='in'/>" + closing +
+                                                "<Tag label='out'/></Talewright>",
+                                            "s");
+    EXPECT_THAT(story.root->tagLabels, ::testing::ElementsAre(u"in", u"out"));
+}
+
+TEST(StoryReader, RecordsLinesOfWhatTheTreeHolds) {
+    StoryReadOptions options;
+    options.recordLines = true;
+    const Story story =
+        ReadStoryFromMemory("<Talewright version='1.0'><document>\n"
+                            "<stream name='elsewhere'><section><scene/></section></stream>\n"
+                            "<stream name='body'><section>\n"
+                            "<scene>\n<paragraph/>\n<paragraph/></scene>\n<paragraph/><scene/></section></stream>\n"
+                            "<commentStream><section><scene/></section></commentStream></document></Talewright>",
+                            "s", options);
+    const auto& scenes = story.root->document->body->section->scenes;
+    EXPECT_EQ(story.lines.Of(*scenes[0]), 4U);
+    EXPECT_EQ(story.lines.Of(*scenes[0]->paragraphs[0]), 5U);
+    EXPECT_EQ(story.lines.Of(*scenes[0]->paragraphs[1]), 6U);
+    EXPECT_EQ(story.lines.Of(*scenes[1]), 7U);
+    EXPECT_EQ(story.lines.Of(*story.root->document->commentStreams[0]->section->scenes[0]), 8U);
+    EXPECT_EQ(ReadStoryFromMemory(WithAction("x"), "s").lines.Of(*scenes[0]), 0U);
+}
+
+TEST(StoryReader, NamesAFileThatCannotBeRead) {
+    const support::TemporaryFolder folder;
+    support::WriteFile(folder / "a.skrx", WithAction("x"));
+    EXPECT_EQ(FirstText(ReadStory(folder / "a.skrx")), u"x");
+    for (const auto& [path, reason] :
+         {std::pair(folder / "none.skrx", "No such file or directory"), std::pair(folder.Path(), "Is a directory")}) {
+        try {
+            ReadStory(path);
+            FAIL() << path;
+        } catch (const StoryError& error) {
+            EXPECT_EQ(error.what(), path.string() + ": " + reason);
+            EXPECT_EQ(error.Position().line, 0U);
+        }
+    }
+}
+
+} // namespace
