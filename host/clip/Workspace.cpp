@@ -3,7 +3,7 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
-#include <optional>
+#include <string_view>
 #include <thread>
 
 #include <dirent.h>
@@ -62,7 +62,7 @@ void Empty(const FileDescriptor& workspace) {
         return;
     }
     while (const dirent* entry = ::readdir(folder.get())) {
-        if (std::string_view(entry->d_name) != kLockName) {
+        if (const std::string_view name = entry->d_name; name != kLockName && name != "." && name != "..") {
             ::unlinkat(workspace.Get(), entry->d_name, 0);
         }
     }

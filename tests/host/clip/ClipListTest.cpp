@@ -1,0 +1,72 @@
+#include <sys/stat.h>
+
+#include <gmock/gmock.h>
+
+#include "clip/ClipList.h"
+#include "support/TemporaryFolder.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+
+class ClipListing : public testing::Test {
+protected:
+    void SetUp() override {
+        for (const char* name : {"B.MOV", "a.mxf", "a.xmp", "notes.txt", ".hidden.mov", "noextension", "C.Mp4"}) {
+            support::WriteFile(mFolder / name, "x");
+        }
+        fs::create_directories(mFolder / "day" / "cam.mov"); // a folder with a clip's name
+        fs::create_directories(mFolder / ".zonstory-0123456789abcdef");
+        support::WriteFile(mFolder / ".zonstory-0123456789abcdef" / "copy.mov", "x");
+        support::WriteFile(mFolder / "day" / "d.wav", "x");
+        support::WriteFile(mFolder / "day" / "cam.mov" / "e.avi", "x");
+        fs::create_symlink("..", mFolder / "day" / "up");
+        fs::create_symlink("../B.MOV", mFolder / "day" / "again.mov");
+        fs::create_symlink("nowhere", mFolder / "dangling.mov");
+        ::mkfifo((mFolder / "pipe.mov").c_str(), 0600);
+    }
+
+    std::vector<std::string> Found(const std::vector<fs::path>& paths, bool recursive) {
+        std::vector<std::string> names;
+        zonstory::ClipList list = zonstory::FindClips(paths, recursive);
+        for (const fs::path& clip : list.clips) {
+            names.push_back(clip.lexically_relative(mFolder.Path()));
+        }
+        mErrors = std::move(list.errors);
+        return names;
+    }
+
+    support::TemporaryFolder mFolder;
+    std::vector<zonstory::ClipListError> mErrors;
+};
+
+TEST_F(ClipListing, FolderStandsForItsMediaFiles) {
+    EXPECT_THAT(Found({mFolder.Path()}, false), ElementsAre("B.MOV", "C.Mp4", "a.mxf"));
+    EXPECT_THAT(mErrors, testing::IsEmpty());
+}
+
+TEST_F(ClipListing, RecursionGoesDownOnceAndOutOfLoops) {
+    EXPECT_THAT(Found({mFolder.Path()}, true),
+                ElementsAre("B.MOV", "C.Mp4", "a.mxf", "day/d.wav", "day/cam.mov/e.avi"));
+    EXPECT_THAT(mErrors, testing::IsEmpty());
+}
+
+TEST_F(ClipListing, FileStandsForItselfOnceUnderItsFirstName) {
+    fs::create_hard_link(mFolder / "a.mxf", mFolder / "z.mxf");
+    EXPECT_THAT(Found({mFolder / "notes.txt", mFolder / "day" / "again.mov", mFolder / "B.MOV", mFolder / "z.mxf",
+                       mFolder.Path(), mFolder / "notes.txt"},
+                      false),
+                ElementsAre("notes.txt", "day/again.mov", "z.mxf", "C.Mp4"));
+}
+
+TEST_F(ClipListing, MissingPathsAreErrorsAndTheRestGoesOn) {
+    EXPECT_THAT(Found({mFolder / "missing.mov", mFolder / "B.MOV", mFolder / "dangling.mov"}, false),
+                ElementsAre("B.MOV"));
+    ASSERT_EQ(mErrors.size(), 2U);
+    EXPECT_EQ(mErrors[0].path, mFolder / "missing.mov");
+    EXPECT_EQ(mErrors[0].reason, "No such file or directory");
+    EXPECT_EQ(mErrors[1].path, mFolder / "dangling.mov");
+}
+
+} // namespace

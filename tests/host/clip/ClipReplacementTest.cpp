@@ -1,0 +1,170 @@
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include <gmock/gmock.h>
+
+#include "clip/Clip.h"
+#include "clip/Interrupt.h"
+#include "clip/Replacement.h"
+#include "support/ClipSamples.h"
+#include "support/RunProgram.h"
+#include "support/TemporaryFolder.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+
+constexpr const char* kDublinCore = "http://purl.org/dc/elements/1.1/";
+
+void SetSource(SXMPMeta& xmp) {
+    xmp.SetProperty(kDublinCore, "source", "v");
+}
+
+struct stat StatusOf(const fs::path& file) {
+    struct stat status {};
+    EXPECT_EQ(::lstat(file.c_str(), &status), 0);
+    return status;
+}
+
+class ClipReplacement : public testing::Test {
+protected:
+    support::TemporaryFolder mFolder;
+    const fs::path mClip = support::MakeClip(mFolder.Path(), support::SampleNamed("MovIndexInFront"));
+    const std::string mOld = support::ReadFile(mClip);
+};
+
+TEST_F(ClipReplacement, KeepsModeOwnerAttributesAndTime) {
+    ASSERT_EQ(::chmod(mClip.c_str(), 0640), 0);
+    const bool hasAttributes = ::setxattr(mClip.c_str(), "user.slate", "12A", 3, 0) == 0;
+    if (::geteuid() == 0) {
+        ASSERT_EQ(::chown(mClip.c_str(), 1234, 5678), 0);
+    }
+    const struct timespec times[] = {{1000, 5}, {2000, 7}};
+    ASSERT_EQ(::utimensat(AT_FDCWD, mClip.c_str(), times, 0), 0);
+    const struct stat before = StatusOf(mClip);
+    zonstory::ClipOptions options;
+    options.preserveTime = true;
+    EXPECT_THAT(zonstory::UpdateClip(mClip, options, &SetSource).notes, ElementsAre());
+    const struct stat after = StatusOf(mClip);
+    EXPECT_NE(after.st_ino, before.st_ino);
+    EXPECT_EQ(after.st_mode, before.st_mode);
+    EXPECT_EQ(after.st_uid, before.st_uid);
+    EXPECT_EQ(after.st_gid, before.st_gid);
+    EXPECT_EQ(after.st_mtim.tv_sec, 2000);
+    EXPECT_EQ(after.st_mtim.tv_nsec, 7);
+    char value[8] = {};
+    EXPECT_EQ(::getxattr(mClip.c_str(), "user.slate", value, sizeof value), hasAttributes ? 3 : -1);
+    EXPECT_STREQ(value, hasAttributes ? "12A" : "");
+}
+
+TEST_F(ClipReplacement, FollowsLinksAndKeepsThem) {
+    fs::create_directory(mFolder / "elsewhere");
+    fs::create_symlink("../front.mov", mFolder / "elsewhere" / "link.mov");
+    const zonstory::UpdateResult result = zonstory::UpdateClip(mFolder / "elsewhere" / "link.mov", {}, &SetSource);
+    EXPECT_EQ(result.file, fs::canonical(mClip));
+    EXPECT_TRUE(fs::is_symlink(mFolder / "elsewhere" / "link.mov"));
+    EXPECT_THAT(support::NamesIn(mFolder / "elsewhere"), ElementsAre("link.mov"));
+    EXPECT_FALSE(support::ReadFile(mClip) == mOld);
+}
+
+TEST_F(ClipReplacement, TellsOfOtherHardLinks) {
+    fs::create_hard_link(mClip, mFolder / "other.mov");
+    EXPECT_THAT(zonstory::UpdateClip(mClip, {}, &SetSource).notes,
+                ElementsAre(testing::HasSubstr("1 other hard link")));
+    EXPECT_TRUE(support::ReadFile(mFolder / "other.mov") == mOld);
+}
+
+// A recorder that still writes, a sync tool that replaces: what they did stays.
+TEST_F(ClipReplacement, NeverTakesThePlaceOfAClipThatChanged) {
+    const auto commit = [&](auto meddle) {
+        const zonstory::TargetFile target = zonstory::TargetFile::Open(mClip);
+        zonstory::Replacement replacement(target);
+        replacement.CopyTarget(1);
+        meddle();
+        const std::string meddled = fs::exists(mClip) ? support::ReadFile(mClip) : "gone";
+        EXPECT_THROW(replacement.Commit(false), zonstory::ClipError);
+        EXPECT_EQ(fs::exists(mClip) ? support::ReadFile(mClip) : "gone", meddled);
+    };
+    commit([&] { support::WriteFile(mClip, mOld + "more"); });
+    commit([&] { // the same length, and the time set back
+        const auto time = fs::last_write_time(mClip);
+        support::WriteFile(mClip, mOld + "MORE");
+        fs::last_write_time(mClip, time);
+    });
+    commit([&] {
+        support::WriteFile(mFolder / "new", mOld);
+        fs::rename(mFolder / "new", mClip);
+    });
+    commit([&] { fs::remove(mClip); });
+    EXPECT_THAT(support::NamesIn(mFolder.Path()), ElementsAre());
+}
+
+TEST_F(ClipReplacement, NeverTakesThePlaceOfASidecarThatCameMeanwhile) {
+    const zonstory::TargetFile target = zonstory::TargetFile::OpenOrAbsent(mFolder / "new.xmp");
+    zonstory::Replacement replacement(target);
+    replacement.Write("ours");
+    support::WriteFile(mFolder / "new.xmp", "theirs");
+    EXPECT_THROW(replacement.Commit(false), zonstory::ClipError);
+    EXPECT_EQ(support::ReadFile(mFolder / "new.xmp"), "theirs");
+}
+
+TEST_F(ClipReplacement, WhatTheChangeThrowsLeavesNothing) {
+    const auto fail = [](SXMPMeta&) { throw std::logic_error("mine"); };
+    EXPECT_THROW(zonstory::UpdateClip(mClip, {}, fail), std::logic_error);
+    EXPECT_TRUE(support::ReadFile(mClip) == mOld);
+    EXPECT_THAT(support::NamesIn(mFolder.Path()), ElementsAre("front.mov"));
+}
+
+// In a process of its own, since an interrupt is for good.
+TEST_F(ClipReplacement, InterruptLeavesTheOldClipAndNothingElse) {
+    const auto interrupt = [](SXMPMeta& xmp) {
+        SetSource(xmp);
+        zonstory::RequestInterrupt();
+    };
+    const auto run = [&] {
+        try {
+            zonstory::UpdateClip(mClip, {}, interrupt);
+        } catch (const zonstory::ClipInterrupted&) {
+            std::_Exit(3);
+        }
+        std::_Exit(0);
+    };
+    EXPECT_EXIT(run(), testing::ExitedWithCode(3), "");
+    EXPECT_TRUE(support::ReadFile(mClip) == mOld);
+    EXPECT_THAT(support::NamesIn(mFolder.Path()), ElementsAre("front.mov"));
+}
+
+class ConcurrentRuns : public testing::TestWithParam<const char*> {};
+
+// Each run sets a property of its own; one that read before another wrote would undo it.
+TEST_P(ConcurrentRuns, LoseNoUpdate) {
+    const support::TemporaryFolder folder;
+    const fs::path clip = support::MakeClip(folder.Path(), support::SampleNamed(GetParam()));
+    const std::vector<std::string> properties = {"coverage", "format", "identifier", "source", "relation", "type"};
+    constexpr int kRounds = 5;
+    for (int round = 0; round < kRounds; ++round) {
+        std::vector<support::RunningProgram> runs;
+        for (const std::string& property : properties) {
+            runs.emplace_back(std::vector<std::string>{CLIP_DRIVER, clip.native(), "own" + property,
+                                                       property + std::to_string(round)});
+        }
+        for (support::RunningProgram& run : runs) {
+            const support::ProgramResult result = run.Wait();
+            EXPECT_EQ(result.exitCode, 0) << result.output;
+        }
+        const SXMPMeta xmp = zonstory::ReadClip(clip, {}).xmp;
+        for (const std::string& property : properties) {
+            std::string value;
+            xmp.GetProperty(kDublinCore, ("own" + property).c_str(), &value, nullptr);
+            EXPECT_EQ(value, property + std::to_string(round));
+        }
+    }
+    EXPECT_EQ(support::NamesIn(folder.Path()).size(), support::SampleNamed(GetParam()).isInside ? 1U : 2U);
+}
+
+INSTANTIATE_TEST_SUITE_P(Targets, ConcurrentRuns, testing::Values("MovIndexInFront", "Wav", "Mkv"),
+                         [](const auto& sample) { return std::string(sample.param); });
+
+} // namespace

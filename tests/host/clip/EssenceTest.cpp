@@ -1,0 +1,181 @@
+#include <fcntl.h>
+
+#include <gmock/gmock.h>
+
+#include "clip/Clip.h"
+#include "clip/Essence.h"
+#include "clip/IsoBoxes.h"
+#include "support/ClipSamples.h"
+#include "support/TemporaryFolder.h"
+
+namespace {
+
+using namespace std::string_literals;
+
+using zonstory::ByteRange;
+using zonstory::ByteReader;
+using zonstory::Essence;
+using zonstory::FileDescriptor;
+
+std::string Number(std::uint64_t value, int width, bool isBigEnd) {
+    std::string bytes;
+    for (int index = 0; index < width; ++index) {
+        const int shift = 8 * (isBigEnd ? width - 1 - index : index);
+        bytes += static_cast<char>(value >> shift & 0xFF);
+    }
+    return bytes;
+}
+
+std::string Box(const std::string& type, const std::string& content) {
+    return Number(content.size() + 8, 4, true) + type + content;
+}
+
+std::string LongBox(const std::string& type, const std::string& content) {
+    return Number(1, 4, true) + type + Number(content.size() + 16, 8, true) + content;
+}
+
+std::string Chunk(const std::string& name, const std::string& content) {
+    return name + Number(content.size(), 4, false) + content + (content.size() % 2 != 0 ? std::string(1, '\0') : "");
+}
+
+std::string BigChunk(const std::string& name, const std::string& content) {
+    return name + Number(content.size(), 4, true) + content;
+}
+
+std::string Flv(const std::string& type, const std::string& content) {
+    return type + Number(content.size(), 3, true) + std::string(7, '\0') + content +
+           Number(content.size() + 11, 4, true);
+}
+
+const std::string kIndex = Box("ftyp", "qt  ") + Box("moov", "");
+const std::string kRf64 =
+    "RF64\xFF\xFF\xFF\xFFWAVE" + Chunk("ds64", Number(99, 8, false) + Number(6, 8, false) + Number(0, 12, false));
+const std::string kAsfData = "\x36\x26\xB2\x75\x8E\x66\xCF\x11\xA6\xD9" + std::string(1, '\0') + "\xAA" +
+                             std::string(1, '\0') + "\x62\xCE\x6C" + Number(29, 8, false) + "media";
+const std::string kId3 = "ID3\4" + std::string(5, '\0') + "\5" + "title";
+
+// A file with its media marked: what lies in <> is media, the marks are no part of it.
+struct EssenceCase {
+    const char* name;
+    XMP_FileFormat format;
+    std::string file;
+    std::vector<std::string> media; ///< Empty for a file that is refused.
+};
+void PrintTo(const EssenceCase& c, std::ostream* stream) {
+    *stream << c.name;
+}
+
+class FileOf {
+public:
+    explicit FileOf(const std::string& bytes) : mSize(bytes.size()) {
+        support::WriteFile(mFolder / "file", bytes);
+        mFile = FileDescriptor(::open((mFolder / "file").c_str(), O_RDONLY | O_CLOEXEC));
+    }
+    ByteReader Reader() const { return {mFile, mSize}; }
+
+private:
+    support::TemporaryFolder mFolder;
+    std::uint64_t mSize;
+    FileDescriptor mFile;
+};
+
+class EssenceOf : public testing::TestWithParam<EssenceCase> {};
+
+TEST_P(EssenceOf, IsFoundWholeAndAlone) {
+    const FileOf file(GetParam().file);
+    if (GetParam().media.empty()) {
+        EXPECT_THROW(zonstory::FindEssence(file.Reader(), GetParam().format), zonstory::ClipError);
+        return;
+    }
+    std::vector<std::string> found;
+    for (const ByteRange& range : zonstory::FindEssence(file.Reader(), GetParam().format).ranges) {
+        found.push_back(GetParam().file.substr(range.offset, range.size));
+    }
+    EXPECT_EQ(found, GetParam().media);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Containers, EssenceOf,
+    testing::Values(
+        EssenceCase{"IsoBox", kXMP_MPEG4File, kIndex + Box("mdat", "media") + Box("uuid", "x"), {"media"}},
+        EssenceCase{"IsoLongBox", kXMP_MOVFile, kIndex + LongBox("mdat", "media") + Box("free", ""), {"media"}},
+        EssenceCase{"IsoBoxToTheEnd", kXMP_MOVFile, kIndex + Number(0, 4, true) + "mdatmedia", {"media"}},
+        EssenceCase{"IsoSeveral", kXMP_MOVFile, Box("mdat", "one") + kIndex + Box("mdat", "two"), {"one", "two"}},
+        EssenceCase{"IsoPaddingBehind", kXMP_MOVFile, kIndex + Box("mdat", "media") + std::string(7, '\0'), {"media"}},
+        EssenceCase{"IsoNoIndex", kXMP_MPEG4File, Box("mdat", "media"), {}},
+        EssenceCase{"IsoTruncated", kXMP_MPEG4File, kIndex + Number(99, 4, true) + "mdatmedia", {}},
+        EssenceCase{"IsoLongTruncated", kXMP_MPEG4File, kIndex + Number(1, 4, true) + "mdat" + Number(99, 8, true), {}},
+        EssenceCase{"IsoSizeTooSmall", kXMP_MPEG4File, kIndex + Number(7, 4, true) + "mdatmedia", {}},
+        EssenceCase{"Wav",
+                    kXMP_WAVFile,
+                    "RIFF\x63\0\0\0WAVE"s + Chunk("fmt ", "f") + Chunk("data", "media") + Chunk("_PMX", "x"),
+                    {"media"}},
+        EssenceCase{
+            "WavBeyond4GB", kXMP_WAVFile, kRf64 + "data\xFF\xFF\xFF\xFFmedias" + Chunk("_PMX", "x"), {"medias"}},
+        EssenceCase{"WavTruncated", kXMP_WAVFile, "RIFF\x63\0\0\0WAVE"s + "data\x09\0\0\0media"s, {}},
+        EssenceCase{"AviInParts",
+                    kXMP_AVIFile,
+                    Chunk("RIFF", "AVI " + Chunk("LIST", "hdrlx") + Chunk("LIST", "movione")) +
+                        Chunk("RIFF", "AVIX" + Chunk("LIST", "movitwo")),
+                    {"one", "two"}},
+        EssenceCase{"AviTruncated", kXMP_AVIFile, "RIFF\x63\0\0\0AVI "s + Chunk("LIST", "movione"), {}},
+        EssenceCase{"Aiff",
+                    kXMP_AIFFFile,
+                    "FORM\0\0\0\x63"
+                    "AIFF"s +
+                        BigChunk("COMM", "xx") + BigChunk("SSND", "media!"),
+                    {"media!"}},
+        EssenceCase{"Mp3BetweenTags", kXMP_MP3File, kId3 + "frames" + "TAG" + std::string(125, ' '), {"frames"}},
+        EssenceCase{"Mp3Bare", kXMP_MP3File, "frames", {"frames"}},
+        EssenceCase{"Mp3Truncated", kXMP_MP3File, kId3.substr(0, 12), {}},
+        EssenceCase{"Asf", kXMP_WMAVFile, kAsfData, {"media"}},
+        EssenceCase{"AsfTruncated", kXMP_WMAVFile, kAsfData.substr(0, 27), {}},
+        EssenceCase{"Flv",
+                    kXMP_FLVFile,
+                    "FLV\1\5\0\0\0\x09\0\0\0\0"s + Flv("\x12", "meta") + Flv("\x09", "picture"),
+                    {Flv("\x09", "picture").substr(0, 18)}},
+        EssenceCase{
+            "FlvTruncated", kXMP_FLVFile, "FLV\1\5\0\0\0\x09\0\0\0\0"s + Flv("\x09", "picture").substr(0, 15), {}}),
+    [](const auto& sample) { return std::string(sample.param.name); });
+
+TEST(EssenceComparison, SeesOneByte) {
+    const std::string media(1'000'000, 'm');
+    std::string other = media;
+    other[700'000] = 'n';
+    const FileOf before(kIndex + Box("mdat", media));
+    const FileOf moved(kIndex + Box("free", "x") + Box("mdat", media));
+    const FileOf changed(kIndex + Box("mdat", other));
+    const FileOf shorter(kIndex + Box("mdat", media.substr(1)));
+    const auto compare = [&](const FileOf& after) {
+        zonstory::RequireSameEssence(before.Reader(), zonstory::FindEssence(before.Reader(), kXMP_MOVFile),
+                                     after.Reader(), zonstory::FindEssence(after.Reader(), kXMP_MOVFile));
+    };
+    EXPECT_NO_THROW(compare(moved));
+    EXPECT_THROW(compare(changed), zonstory::ClipError);
+    EXPECT_THROW(compare(shorter), zonstory::ClipError);
+}
+
+// The media may move, but then the index has to say so: all of it in its place is no use when it is sought in another.
+TEST(MediaPositions, FollowTheMedia) {
+    const auto file = [](const std::string& gap, std::uint64_t position, const char* type, int width) {
+        const std::string table =
+            Number(0, 4, true) + Number(2, 4, true) + Number(position, width, true) + Number(position + 2, width, true);
+        const std::string index = Box("moov", Box("trak", Box("mdia", Box("minf", Box("stbl", Box(type, table))))));
+        return FileOf(Box("ftyp", "qt  ") + index + gap + Box("mdat", "media"));
+    };
+    for (const auto& [type, width] : {std::pair{"stco", 4}, {"co64", 8}}) {
+        SCOPED_TRACE(type);
+        const std::uint64_t media = 12 + 5 * 8 + 8 + 8 + 2 * static_cast<std::uint64_t>(width) + 8;
+        const FileOf before = file("", media, type, width);
+        const auto compare = [&](const FileOf& after) {
+            zonstory::RequireSameMediaPositions(before.Reader(), zonstory::ReadIsoLayout(before.Reader()),
+                                                after.Reader(), zonstory::ReadIsoLayout(after.Reader()));
+        };
+        EXPECT_NO_THROW(compare(file("", media, type, width)));
+        EXPECT_NO_THROW(compare(file(Box("free", ""), media + 8, type, width)));
+        EXPECT_THROW(compare(file(Box("free", ""), media, type, width)), zonstory::ClipError);
+        EXPECT_THROW(compare(file("", media + 1, type, width)), zonstory::ClipError);
+    }
+}
+
+} // namespace
