@@ -1,3 +1,5 @@
+#include <cstdint>
+#include <cstring>
 #include <new>
 #include <utility>
 
@@ -21,6 +23,16 @@ XmpFilePtr NewFiles() {
         throw std::bad_alloc();
     }
     return handle;
+}
+
+// The toolkit stores what it likes in its enumerations, combined flags and formats that they do not list among it; so the
+// bits are copied as they are: to read such a value as an enumeration is undefined.
+template <typename Enumeration>
+std::uint32_t NumberOf(const Enumeration& value) {
+    static_assert(sizeof value == sizeof(std::uint32_t));
+    std::uint32_t number = 0;
+    std::memcpy(&number, &value, sizeof number);
+    return number;
 }
 
 } // namespace
@@ -57,10 +69,10 @@ bool SXMPFiles::GetFileInfo(XMP_FileFormat* format, XMP_OptionBits* handlerFlags
         return xmp_files_get_file_info(Handle(mObject), nullptr, nullptr, &foundFormat, &foundFlags);
     });
     if (isOpen && format != nullptr) {
-        *format = static_cast<XMP_FileFormat>(foundFormat);
+        *format = NumberOf(foundFormat);
     }
     if (isOpen && handlerFlags != nullptr) {
-        *handlerFlags = static_cast<XMP_OptionBits>(foundFlags);
+        *handlerFlags = NumberOf(foundFlags);
     }
     return isOpen;
 }
