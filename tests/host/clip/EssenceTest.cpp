@@ -48,8 +48,8 @@ std::string Flv(const std::string& type, const std::string& content) {
 }
 
 const std::string kIndex = Box("ftyp", "qt  ") + Box("moov", "");
-const std::string kRf64 =
-    "RF64\xFF\xFF\xFF\xFFWAVE" + Chunk("ds64", Number(99, 8, false) + Number(6, 8, false) + Number(0, 12, false));
+const std::string kRf64 = "RF64\xFF\xFF\xFF\xFFWAVE" + Chunk("ds64", Number(99, 8, false) + Number(6, 8, false) +
+                                                                         Number(0, 8, false) + Number(0, 4, false));
 const std::string kAsfData = "\x36\x26\xB2\x75\x8E\x66\xCF\x11\xA6\xD9" + std::string(1, '\0') + "\xAA" +
                              std::string(1, '\0') + "\x62\xCE\x6C" + Number(29, 8, false) + "media";
 const std::string kId3 = "ID3\4" + std::string(5, '\0') + "\5" + "title";
