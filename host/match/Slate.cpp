@@ -93,6 +93,8 @@ std::string_view Describe(SlateRule rule) {
     switch (rule) {
     case SlateRule::SceneWord:
         return "a scene word";
+    case SlateRule::SceneLetter:
+        return "the letter S";
     case SlateRule::SlateWord:
         return "a slate word";
     case SlateRule::NumberAndTakeWord:

@@ -17,7 +17,8 @@ enum class SlateStyle {
 
 /// What in a text made a number a scene.
 enum class SlateRule {
-    SceneWord,         ///< "Sc12", "Scene 12", "S12 T3"
+    SceneWord,         ///< "Sc12", "Scene 12"
+    SceneLetter,       ///< "S12 T3"
     SlateWord,         ///< "Slate 12A"
     NumberAndTakeWord, ///< "12A_T03", "12 take 3"
     SetUpAndTake,      ///< "12A-3", "A12 3"

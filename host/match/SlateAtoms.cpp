@@ -80,6 +80,7 @@ std::optional<std::string_view> SetUpBefore(SlateWord wanted, std::string_view l
 bool ReadBack(std::string_view letters, SlateAtom& atom) {
     if (const auto setUp = SetUpBefore(SlateWord::Remark, letters); setUp && letters.size() > 1) {
         atom.letters = *setUp;
+        atom.unread = letters.size() <= 3 ? letters : std::string_view();
         return true;
     }
     atom.letters = letters;
@@ -96,6 +97,7 @@ bool ReadMiddle(std::string_view letters, std::string_view digits, SlateAtom& at
     for (const SlateWord counted : {SlateWord::Shot, SlateWord::Remark}) {
         if (const auto setUp = SetUpBefore(counted, letters); setUp && letters.size() > 1) {
             atom.letters = *setUp;
+            atom.unread = letters.size() <= 3 ? letters : std::string_view();
             return true;
         }
     }

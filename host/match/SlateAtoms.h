@@ -20,8 +20,9 @@ struct SlateAtom {
     std::size_t number = 0;              ///< The run of a Number's or a Take's digits.
     std::string_view prefix;             ///< A of A12.
     std::string_view letters;            ///< A of 12A; the word itself of a Word.
-    std::string_view take;               ///< 3 of 12T3; the digits of a Take.
-    std::string_view tail;               ///< 3 of 12A3, where nothing says whether it is a take.
+    std::string_view unread; ///< Letters that were taken for a remark, AFS of 5AFS: scene 5A may have a set-up FS.
+    std::string_view take;   ///< 3 of 12T3; the digits of a Take.
+    std::string_view tail;   ///< 3 of 12A3, where nothing says whether it is a take.
 
     bool IsPlainNumber() const {
         return kind == Kind::Number && word == SlateWord::Unknown && prefix.empty() && letters.empty() &&

@@ -64,12 +64,7 @@ std::vector<SlateReading> SlateReader::Read() {
 }
 
 void SlateReader::TakeStock() {
-    mFirstTake = mAtoms.size();
-    for (std::size_t at = mAtoms.size(); at-- > 0;) {
-        const SlateAtom& atom = mAtoms[at];
-        if (atom.kind == Kind::Take) {
-            mFirstTake = at;
-        }
+    for (const SlateAtom& atom : mAtoms) {
         mUnknownWords |= atom.kind == Kind::Word && atom.word == SlateWord::Unknown && atom.letters.size() > 1;
         mReel |= atom.reel;
         mLooseDigits |= atom.kind == Kind::Noise && mName[atom.begin].digits && mName.Alone(atom.begin);
@@ -175,10 +170,13 @@ SlateReader::Take SlateReader::FindTake(std::size_t at) const {
         noise = noise || atom.kind == Kind::Noise;
     }
     take.setUp = {};
-    if (mFirstTake < mAtoms.size()) {
-        take.kind = TakeKind::Far;
-        take.atom = mFirstTake;
-        take.digits = mAtoms[mFirstTake].take;
+    for (std::size_t far = 0; far < mAtoms.size(); ++far) {
+        if (mAtoms[far].kind == Kind::Take && !mUsed[far]) {
+            take.kind = TakeKind::Far;
+            take.atom = far;
+            take.digits = mAtoms[far].take;
+            break;
+        }
     }
     return take;
 }
@@ -235,7 +233,7 @@ bool SlateReader::LooksLikeSomethingElse(const Slate& slate) const {
     const bool spoken = slate.take.kind == TakeKind::Spoken;
     const bool take = spoken || slate.take.kind == TakeKind::Bare;
     if (atom.prefix.empty() && IsSizeOrRate(Value(slate.at), atom.letters)) {
-        return !spoken || !IsWhole(slate);
+        return !spoken || slate.take.atom != slate.at + 1 || !IsWhole(slate);
     }
     if (atom.prefix.empty() && IsOftenNoSetUp(Value(slate.at), atom.letters)) {
         return !take || (!spoken && !IsWhole(slate));
@@ -269,9 +267,9 @@ SlateReader::Verdict SlateReader::JudgeMarked(const Slate& slate) const {
     }
     if (slate.take.kind == TakeKind::Spoken || slate.take.kind == TakeKind::Far ||
         (slate.take.kind == TakeKind::Bare && HasLetters(slate))) {
-        return {SlateRule::SceneWord, Confidence::High};
+        return {SlateRule::SceneLetter, Confidence::High};
     }
-    return {SlateRule::SceneWord, take || IsWhole(slate) ? Confidence::Medium : Confidence::Low};
+    return {SlateRule::SceneLetter, take || IsWhole(slate) ? Confidence::Medium : Confidence::Low};
 }
 
 SlateReader::Verdict SlateReader::JudgeUnmarked(const Slate& slate) const {
@@ -310,10 +308,12 @@ SlateReader::Verdict SlateReader::JudgeAlone(const Slate& slate) const {
         return {SlateRule::NumberAndTakeWord, Confidence::Medium};
     }
     const SlateAtom& atom = mAtoms[slate.at];
-    const bool behindNoise = slate.at > 0 && mAtoms[slate.at - 1].kind == Kind::Noise; // whose take it may be
-    const bool counter = !HasLetters(slate) && (mLooseDigits || behindNoise ||
-                                                (mName.StartsWithZero(atom.number) && mName.Length(atom.number) >= 4));
-    if (IsWhole(slate) && !counter) {
+    const SlateAtom* const before = slate.at > 0 ? &mAtoms[slate.at - 1] : nullptr;
+    const bool behindNoise = before && before->kind == Kind::Noise; // whose take it may be
+    const bool behindNumber = behindNoise && mName[before->begin].digits;
+    const bool counter =
+        mLooseDigits || behindNoise || (mName.StartsWithZero(atom.number) && mName.Length(atom.number) >= 4);
+    if (IsWhole(slate) && (HasLetters(slate) ? !behindNumber : !counter)) {
         return {SlateRule::NumberAlone, Confidence::Medium};
     }
     return {SlateRule::AmongWords, Confidence::Low};
@@ -337,6 +337,9 @@ void SlateReader::ReadNumber(std::size_t at) {
     }
     AddMain(slate, verdict);
     AddRivals(slate, verdict);
+    if (slate.take.kind == TakeKind::Spoken) {
+        mUsed[slate.take.atom] = true;
+    }
     if (slate.take.kind == TakeKind::Bare) {
         AddRange(slate, verdict);
         std::size_t last = slate.take.atom;
@@ -386,6 +389,11 @@ void SlateReader::AddRivals(const Slate& slate, const Verdict& verdict) {
     }
     if (slate.marker == Marker::Letter && slate.prefix.empty() && atom.word == SlateWord::SceneLetter) {
         AddRival(SceneOf("S", slate.at, {}), slate.take.digits, verdict, place, true);
+    }
+    if (!atom.unread.empty()) {
+        std::string whole(slate.prefix);
+        whole += WithoutLeadingZeros(mName.Text(atom.number));
+        AddRival(whole.append(atom.unread), slate.take.digits, verdict, place, false);
     }
     if (!atom.tail.empty()) { // 12A3 may be a number of the story
         std::string whole = SceneOf(slate.prefix, slate.at, {});
@@ -481,8 +489,8 @@ void SlateReader::SettleLooseNumbers() {
     }
     const auto isInFront = [&](const SlateReading& reading) {
         return std::any_of(mReadings.begin(), mReadings.end(), [&](const SlateReading& other) {
-            return !isLoose(other) && other.rule != SlateRule::SceneWord && other.place > reading.place &&
-                   other.place <= reading.place + 2;
+            return !isLoose(other) && other.rule != SlateRule::SceneWord && other.rule != SlateRule::SceneLetter &&
+                   other.place > reading.place && other.place <= reading.place + 2;
         });
     };
     for (SlateReading& reading : mReadings) {

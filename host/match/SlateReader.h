@@ -77,9 +77,8 @@ private:
 
     NameRuns mName;
     std::vector<SlateAtom> mAtoms;
-    std::vector<bool> mUsed; ///< Numbers that another number has as its take or partner.
+    std::vector<bool> mUsed; ///< Numbers and takes that belong to a number in front.
     std::vector<SlateReading> mReadings;
-    std::size_t mFirstTake = 0; ///< The first take of the name, or the number of atoms.
     bool mUnknownWords = false;
     bool mReel = false;
     bool mLooseDigits = false; ///< A date or a counter.
