@@ -194,6 +194,10 @@ bool SlateReader::IsJoinedToNext(std::size_t at) const {
            mAtoms[at + 2].kind == Kind::Number;
 }
 
+std::size_t SlateReader::NextNumber(std::size_t at) const {
+    return mAtoms[at + 1].kind == Kind::Number ? at + 1 : at + 2;
+}
+
 // S01 E02.
 bool SlateReader::IsSeason(const Slate& slate) const {
     if (slate.marker != Marker::Letter || slate.at + 1 >= mAtoms.size()) {
@@ -214,9 +218,14 @@ bool SlateReader::IsWhole(const Slate& slate) const {
     if (mUnknownWords || mReel) {
         return false;
     }
+    std::size_t lastJoined = slate.at;
+    while (IsJoinedToNext(lastJoined)) {
+        lastJoined = NextNumber(lastJoined);
+    }
     for (std::size_t at = 0; at < mAtoms.size(); ++at) {
-        const bool other = mAtoms[at].kind == Kind::Number && at != slate.at && !mUsed[at];
-        if (other && !(slate.take.kind == TakeKind::Bare && at == slate.take.atom)) {
+        const bool own =
+            (at >= slate.at && at <= lastJoined) || (slate.take.kind == TakeKind::Bare && at == slate.take.atom);
+        if (mAtoms[at].kind == Kind::Number && !own && !mUsed[at]) {
             return false;
         }
     }
@@ -442,7 +451,7 @@ void SlateReader::AddRange(const Slate& slate, const Verdict& verdict) {
 
 void SlateReader::ReadPartners(std::size_t at, const Verdict& verdict) {
     while (IsJoinedToNext(at)) {
-        at += mAtoms[at + 1].kind == Kind::Number ? 1 : 2;
+        at = NextNumber(at);
         Slate partner;
         partner.at = at;
         partner.prefix = mAtoms[at].prefix;

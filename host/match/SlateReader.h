@@ -51,6 +51,7 @@ private:
     bool IsBareTake(std::size_t slate, std::size_t at) const;
     bool IsSetUpApart(std::size_t at) const;
     bool IsJoinedToNext(std::size_t at) const;
+    std::size_t NextNumber(std::size_t joined) const;
     bool IsSeason(const Slate& slate) const;
     bool IsWhole(const Slate& slate) const;
     bool HasLetters(const Slate& slate) const;
