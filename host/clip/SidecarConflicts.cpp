@@ -6,6 +6,8 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include <sys/stat.h>
+
 #include "clip/ClipList.h"
 #include "clip/EmbeddedXMP.h"
 #include "clip/Sidecar.h"
@@ -28,9 +30,8 @@ public:
     explicit SidecarGroups(SidecarName name) : mName(name) {}
 
     void Add(const fs::path& clip, bool isAskedAbout) {
-        std::error_code error;
-        const fs::path real = fs::canonical(clip, error);
-        if (error || !mClips.insert(real.native()).second) {
+        const fs::path real = RealPath(clip);
+        if (real.empty() || !mClips.insert(real.native()).second) {
             return;
         }
         const fs::path sidecar = ChooseSidecar(real, mName).path;
@@ -57,7 +58,27 @@ public:
     const std::vector<Group>& Groups() const { return mGroups; }
 
 private:
+    // Empty for a clip that is not there. A folder's own path is found once for all its files, since that is most of the
+    // work.
+    fs::path RealPath(const fs::path& clip) {
+        struct stat status {};
+        if (::lstat(clip.c_str(), &status) != 0) {
+            return {};
+        }
+        std::error_code error;
+        if (!S_ISREG(status.st_mode)) {
+            return fs::canonical(clip, error);
+        }
+        const fs::path folder = clip.has_parent_path() ? clip.parent_path() : fs::path(".");
+        const auto [known, isNew] = mRealFolders.try_emplace(folder.native());
+        if (isNew) {
+            known->second = fs::canonical(folder, error);
+        }
+        return known->second.empty() ? fs::path() : known->second / clip.filename();
+    }
+
     SidecarName mName;
+    std::unordered_map<std::string, fs::path> mRealFolders;
     std::vector<Group> mGroups;
     std::unordered_map<std::string, std::size_t> mPositions;
     std::unordered_set<std::string> mClips;

@@ -76,6 +76,19 @@ TEST_F(ClipReplacement, TellsOfOtherHardLinks) {
     EXPECT_TRUE(support::ReadFile(mFolder / "other.mov") == mOld);
 }
 
+TEST_F(ClipReplacement, TooLittleSpaceIsSaidBeforeAnythingIsCopied) {
+    const zonstory::TargetFile target = zonstory::TargetFile::Open(mClip);
+    constexpr int kMoreThanAnyDisk = 1'000'000'000;
+    zonstory::Replacement replacement(target);
+    try {
+        replacement.CopyTarget(kMoreThanAnyDisk);
+        FAIL() << "there was room";
+    } catch (const zonstory::ClipError& error) {
+        EXPECT_THAT(error.what(), testing::MatchesRegex("needs [0-9.]+ GB of free space in its folder, which has .*"));
+    }
+    EXPECT_EQ(fs::file_size(replacement.Path()), 0U);
+}
+
 // A recorder that still writes, a sync tool that replaces: what they did stays.
 TEST_F(ClipReplacement, NeverTakesThePlaceOfAClipThatChanged) {
     const auto commit = [&](auto meddle) {
