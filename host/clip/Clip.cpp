@@ -31,9 +31,11 @@ bool Apply(const Change& change, ClipState& state) {
 }
 
 // Renaming over a file needs no permission to write it, but who took that permission away wants it to stay as it is.
-void RequireWritable(const TargetFile& file) {
-    if (file.Exists() && ::faccessat(file.FolderDescriptor().Get(), file.Name().c_str(), W_OK, AT_EACCESS) != 0) {
-        ThrowSystemError("is protected against writing");
+void RequireWritable(const ClipState& state) {
+    const int folder = state.file.FolderDescriptor().Get();
+    if (state.file.Exists() && ::faccessat(folder, state.file.Name().c_str(), W_OK, AT_EACCESS) != 0) {
+        const bool isSidecar = state.target == Target::Sidecar;
+        ThrowSystemError(isSidecar ? "its sidecar is protected against writing" : "is protected against writing");
     }
 }
 
@@ -70,7 +72,7 @@ UpdateResult UpdateClip(const std::filesystem::path& clip, const ClipOptions& op
         Workspace::RemoveStale(state.file);
         return MakeResult(Outcome::Unchanged, state);
     }
-    RequireWritable(state.file);
+    RequireWritable(state);
     Replacement replacement(state.file);
     if (!state.file.IsUnchanged() && !Reload(clip, options, change, state)) {
         return MakeResult(Outcome::Unchanged, state);

@@ -1,7 +1,5 @@
 #include "clip/ClipState.h"
 
-#include <algorithm>
-#include <cctype>
 #include <utility>
 
 #include "clip/EmbeddedXMP.h"
@@ -22,6 +20,12 @@ TargetFile OpenClip(const std::filesystem::path& path) {
     return clip;
 }
 
+TargetFile OpenSidecar(const std::filesystem::path& path) try {
+    return TargetFile::OpenOrAbsent(path);
+} catch (const ClipError& error) {
+    throw ClipError(std::string("its sidecar ") + error.what());
+}
+
 ClipState LoadSidecar(const std::filesystem::path& clip, SidecarName name) {
     ClipState state;
     state.target = Target::Sidecar;
@@ -29,7 +33,7 @@ ClipState LoadSidecar(const std::filesystem::path& clip, SidecarName name) {
     if (!sidecar.note.empty()) {
         state.notes.push_back(sidecar.note);
     }
-    state.file = TargetFile::OpenOrAbsent(sidecar.path);
+    state.file = OpenSidecar(sidecar.path);
     state.hasXMP = state.file.Exists();
     if (state.hasXMP) {
         state.xmp = ReadSidecar(state.file);

@@ -132,12 +132,14 @@ void PrepareSidecar(const ClipState& state, Replacement& replacement) {
 } // namespace
 
 std::vector<std::string> PrepareNewVersion(const ClipState& state, const ClipOptions& options,
-                                           Replacement& replacement) {
+                                           Replacement& replacement) try {
     if (state.target == Target::Inside) {
         return PrepareClip(state, options, replacement);
     }
     PrepareSidecar(state, replacement);
     return {};
+} catch (const XMP_Error& error) {
+    throw ClipError(std::string("its metadata cannot be written: ") + error.what());
 }
 
 } // namespace zonstory

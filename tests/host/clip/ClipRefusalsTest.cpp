@@ -113,6 +113,16 @@ TEST(Sidecars, ThatAreNoXmpAreNeverWrittenOver) {
     }
 }
 
+TEST(Sidecars, ThatAreNoFilesAreRefused) {
+    const support::TemporaryFolder folder;
+    support::WriteFile(folder / "A.mkv", "media");
+    support::WriteFile(folder / "B.mkv", "media");
+    fs::create_directory(folder / "A.xmp");
+    fs::create_symlink("nowhere", folder / "B.xmp");
+    EXPECT_EQ(ReasonFor(folder / "A.mkv"), "its sidecar is a folder");
+    EXPECT_EQ(ReasonFor(folder / "B.mkv"), "its sidecar cannot be found: No such file or directory");
+}
+
 // As an ordinary user, since no permission holds for the root user.
 class Permissions : public testing::Test {
 protected:

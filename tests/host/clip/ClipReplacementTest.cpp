@@ -1,3 +1,5 @@
+#include <future>
+
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
@@ -147,6 +149,33 @@ TEST_F(ClipReplacement, InterruptLeavesTheOldClipAndNothingElse) {
     EXPECT_EXIT(run(), testing::ExitedWithCode(3), "");
     EXPECT_TRUE(support::ReadFile(mClip) == mOld);
     EXPECT_THAT(support::NamesIn(mFolder.Path()), ElementsAre("front.mov"));
+}
+
+// As a batch does it, each thread with clips of its own.
+TEST(ConcurrentThreads, WorkOnDifferentClips) {
+    const support::TemporaryFolder folder;
+    std::vector<fs::path> clips;
+    for (const char* name : {"MovIndexInFront", "Mp4IndexAtEnd", "Avi", "Wav", "Mp3", "Mkv"}) {
+        clips.push_back(support::MakeClip(folder.Path(), support::SampleNamed(name)));
+    }
+    constexpr int kRounds = 20;
+    std::vector<std::future<void>> threads;
+    for (const fs::path& clip : clips) {
+        threads.push_back(std::async(std::launch::async, [&clip] {
+            for (int round = 1; round <= kRounds; ++round) {
+                zonstory::UpdateClip(
+                    clip, {}, [&](SXMPMeta& xmp) { xmp.SetProperty(kDublinCore, "source", std::to_string(round)); });
+            }
+        }));
+    }
+    for (std::future<void>& thread : threads) {
+        EXPECT_NO_THROW(thread.get());
+    }
+    for (const fs::path& clip : clips) {
+        std::string value;
+        zonstory::ReadClip(clip, {}).xmp.GetProperty(kDublinCore, "source", &value, nullptr);
+        EXPECT_EQ(value, std::to_string(kRounds)) << clip;
+    }
 }
 
 class ConcurrentRuns : public testing::TestWithParam<const char*> {};
