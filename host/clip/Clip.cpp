@@ -19,8 +19,12 @@ namespace {
 
 using Change = std::function<void(SXMPMeta&)>;
 
-MetadataContent ContentOf(const SXMPMeta& xmp) try { return MetadataContent(xmp); } catch (const XMP_Error& error) {
-    throw ClipError(std::string("its metadata cannot be written: ") + error.what());
+MetadataContent ContentOf(const SXMPMeta& xmp) {
+    try {
+        return MetadataContent(xmp);
+    } catch (const XMP_Error& error) {
+        throw ClipError(std::string("its metadata cannot be written: ") + error.what());
+    }
 }
 
 // Whether the change makes a difference.

@@ -132,7 +132,7 @@ TEST_P(FaultSweep, FlushesBeforeAndAfterTheNameChanges) {
     EXPECT_THAT(order, testing::ElementsAre("write", "flush", "rename", "flush"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Containers, FaultSweep, testing::ValuesIn(support::ClipSamples()),
+INSTANTIATE_TEST_SUITE_P(FAULT_SHARE, FaultSweep, testing::ValuesIn(support::ClipSamples()),
                          [](const auto& sample) { return sample.param.name; });
 
 } // namespace
