@@ -43,9 +43,9 @@ ClipState LoadSidecar(const std::filesystem::path& clip, SidecarName name) {
 
 } // namespace
 
-ClipState LoadClip(const std::filesystem::path& path, const ClipOptions& options) {
+ClipState LoadClip(const std::filesystem::path& clip, const ClipOptions& options) {
     ClipState state;
-    state.file = OpenClip(path);
+    state.file = OpenClip(clip);
     if (options.forceSidecar) {
         return LoadSidecar(state.file.Path(), options.sidecarName);
     }

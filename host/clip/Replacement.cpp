@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdio>
 
 #include <fcntl.h>
 #include <fmt/format.h>
-#include <stdio.h>
 #include <sys/stat.h>
 #include <unistd.h>
 

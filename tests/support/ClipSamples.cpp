@@ -69,7 +69,7 @@ fs::path MakeClip(const fs::path& folder, const ClipSample& sample) {
     for (std::string option; options >> option;) {
         words.push_back(option);
     }
-    const fs::path clip = folder / sample.file;
+    fs::path clip = folder / sample.file;
     words.push_back(clip);
     if (const ProgramResult result = RunProgram(words); result.exitCode != 0) {
         throw std::runtime_error("ffmpeg: " + result.output);

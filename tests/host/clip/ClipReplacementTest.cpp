@@ -160,6 +160,7 @@ TEST(ConcurrentThreads, WorkOnDifferentClips) {
     }
     constexpr int kRounds = 20;
     std::vector<std::future<void>> threads;
+    threads.reserve(clips.size());
     for (const fs::path& clip : clips) {
         threads.push_back(std::async(std::launch::async, [&clip] {
             for (int round = 1; round <= kRounds; ++round) {
@@ -188,6 +189,7 @@ TEST_P(ConcurrentRuns, LoseNoUpdate) {
     constexpr int kRounds = 5;
     for (int round = 0; round < kRounds; ++round) {
         std::vector<support::RunningProgram> runs;
+        runs.reserve(properties.size());
         for (const std::string& property : properties) {
             runs.emplace_back(std::vector<std::string>{CLIP_DRIVER, clip.native(), "own" + property,
                                                        property + std::to_string(round)});

@@ -14,7 +14,6 @@ using namespace std::string_literals;
 
 using zonstory::ByteRange;
 using zonstory::ByteReader;
-using zonstory::Essence;
 using zonstory::FileDescriptor;
 
 std::string Number(std::uint64_t value, int width, bool isBigEnd) {

@@ -45,8 +45,8 @@ protected:
     static std::string Value(const std::string& name) { return name + std::string(name == "second" ? 6000 : 10, 'x'); }
 
     ProgramResult RunDriver(const std::string& value, std::vector<std::string> environment = {}) const {
-        environment.push_back("LD_PRELOAD=" FAULT_SHIM);
-        environment.push_back("ASAN_OPTIONS=verify_asan_link_order=0:detect_leaks=0");
+        environment.emplace_back("LD_PRELOAD=" FAULT_SHIM);
+        environment.emplace_back("ASAN_OPTIONS=verify_asan_link_order=0:detect_leaks=0");
         return support::RunProgram({CLIP_DRIVER, mClip.native(), "source", Value(value)}, environment);
     }
 
