@@ -5,6 +5,7 @@
 #include <CLI/App.hpp>
 
 #include "cli/CommonOptions.h"
+#include "cli/MatchVerbs.h"
 #include "commands/Clear.h"
 #include "commands/Show.h"
 #include "commands/Write.h"
@@ -23,6 +24,9 @@ Action AddWrite(CLI::App& command) {
                     "A CSV file with the columns clip and scene, instead of --scene and CLIP. Comma, semicolon or tab; "
                     "UTF-8 or UTF-16. A relative clip is looked for beside the file first. - for standard input")
         ->type_name("FILE");
+    command.add_flag("--match", options->isMatching,
+                     "Find each clip's scene by logs, metadata and names, as 'match' does");
+    AddMatchSettings(command, options->match);
     AddBatch(command, options->batch);
     return [options](Output& output) { return RunWrite(*options, output); };
 }

@@ -1,4 +1,5 @@
 #include "cli/ClipVerbs.h"
+#include "cli/MatchVerbs.h"
 #include "cli/StoryVerbs.h"
 #include "cli/Verb.h"
 
@@ -31,14 +32,30 @@ const std::vector<Verb>& Verbs() {
          "Prints the version report and the files written. Scenes are counted from 1 in each section, so those of "
          "comments replace the body's of the same number; 'packets' keeps them all.",
          AddDump},
+        {"match", "Which scene each clip shows, on what evidence, how surely",
+         "zonstory match film.skrx rushes/ --log day3.ale --format csv > map.csv",
+         "Asks, strongest first: logs, the iXML of sound files, XMP already in the clip, the file's name, its "
+         "folder's. "
+         "Where sources of equal strength disagree, two scenes fit or none does, there is no answer. Changes nothing. "
+         "The CSV is what 'write --map' reads: correct it, fill in what is empty, and feed it back. Confidence is "
+         "certain (100) for a log that names the file and the story's number; high (90) for other logs, iXML, XMP, and "
+         "names with a scene word or a set-up and take; medium (70) for two plain numbers, or a name that is a number; "
+         "low (40) for a number among other words.",
+         AddMatch},
         {"write", "Write a scene's data into clips", "zonstory write film.skrx --scene 12A A001.mov A002.mxf",
          "Writes heading, action, dialogue and scene number, and removes what another scene left. Containers that can "
-         "carry XMP get it inside, others a sidecar. A clip that says the same already is not touched.",
+         "carry XMP get it inside, others a sidecar. A clip that says the same already is not touched. With --match, "
+         "each clip's scene is found as 'match' finds it, and only clips with an answer are written.",
          AddWrite},
         {"clear", "Remove from clips what 'write' writes", "zonstory clear --recursive rushes/",
          "Removes heading, action, dialogue and scene number, whoever wrote them; all other metadata stays.", AddClear},
         {"show", "What clips carry", "zonstory show --format json rushes/",
          "Reads clips and sidecars; changes nothing.", AddShow},
+        {"coverage", "Which scenes the clips show, and which none does",
+         "zonstory coverage film.skrx --recursive rushes/",
+         "Reads the scene numbers that clips carry and lists each scene with its clips and takes, then the clips whose "
+         "number the story does not have or has more than once, and those without one. Changes nothing.",
+         AddCoverage},
     };
     return kVerbs;
 }

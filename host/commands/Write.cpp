@@ -22,19 +22,26 @@ namespace {
 
 constexpr BatchWords kWords = {"written", "would be written"};
 
+// A clip that is refused has no scene when matching.
 ClipTask MakeTask(SelectedClip clip, const SelectedScene& scene) {
     return {std::move(clip.path), std::move(clip.refusal),
-            zoncore::UTF16to8(NumberToWrite(*scene.scene, scene.position)),
+            scene.scene ? zoncore::UTF16to8(NumberToWrite(*scene.scene, scene.position)) : std::string(),
             [scene](SXMPMeta& xmp) { return WriteScene(scene, xmp); }};
 }
 
 void CheckUsage(const WriteOptions& options) {
-    if (options.scene.empty() == options.map.empty()) {
-        throw UsageError("zonstory: write needs --scene SCENE CLIP... or --map FILE");
+    const int ways = !options.scene.empty() + !options.map.empty() + options.isMatching;
+    if (ways != 1) {
+        throw UsageError("zonstory: write needs --scene SCENE CLIP... or --map FILE or --match CLIP...");
     }
-    if (options.map.empty() == options.clips.empty()) {
-        throw UsageError(options.map.empty() ? "zonstory: write --scene needs a CLIP"
-                                             : "zonstory: write --map takes its clips from the map alone");
+    if (!options.isMatching && !options.match.logs.empty()) {
+        throw UsageError("zonstory: write takes a --log with --match alone");
+    }
+    if (!options.map.empty() && !options.clips.empty()) {
+        throw UsageError("zonstory: write --map takes its clips from the map alone");
+    }
+    if (options.map.empty() && options.clips.empty()) {
+        throw UsageError(fmt::format("zonstory: write {} needs a CLIP", options.isMatching ? "--match" : "--scene"));
     }
 }
 
@@ -42,6 +49,7 @@ void CheckUsage(const WriteOptions& options) {
 struct Selection {
     std::vector<SelectedClip> clips;
     std::vector<SelectedScene> scenes;
+    bool isWhole = true; ///< Every clip that was asked for has a scene.
 };
 
 Selection SelectForOneScene(const WriteOptions& options, const SceneSelection& scenes) {
@@ -77,21 +85,48 @@ Selection SelectByMap(const WriteOptions& options, const SceneSelection& scenes,
     return selection;
 }
 
+// A clip without an answer is left alone; one that cannot be read at all fails as it does elsewhere.
+Selection SelectByMatch(const WriteOptions& options, const SceneSelection& scenes, Output& output) {
+    ClipMatches matches =
+        MatchClips(scenes, SelectClips(options.clips, options.recursive), options.match, options.batch.clip, output);
+    const std::vector<SelectedScene> all = scenes.All();
+    Selection selection;
+    for (ClipMatch& match : matches.clips) {
+        const bool isRefused = !match.clip.refusal.empty();
+        if (isRefused || match.IsSettled()) {
+            selection.scenes.push_back(isRefused ? SelectedScene() : all[*match.decision.scene]);
+            selection.clips.push_back(std::move(match.clip));
+        } else {
+            output.Warning(fmt::format("{}: not written: {}", match.clip.path.string(), match.decision.reason));
+            selection.isWhole = false;
+        }
+    }
+    output.Note(Summary(matches));
+    return selection;
+}
+
+Selection Select(const WriteOptions& options, const SceneSelection& scenes, Output& output) {
+    if (options.isMatching) {
+        return SelectByMatch(options, scenes, output);
+    }
+    return options.map.empty() ? SelectForOneScene(options, scenes) : SelectByMap(options, scenes, output);
+}
+
 } // namespace
 
 int RunWrite(const WriteOptions& options, Output& output) {
     CheckUsage(options);
     const Story story = ReadStory(options.story);
     const SceneSelection scenes(*story.root);
-    Selection selection =
-        options.map.empty() ? SelectForOneScene(options, scenes) : SelectByMap(options, scenes, output);
     const Toolkit toolkit;
+    Selection selection = Select(options, scenes, output);
     RefuseSharedSidecars(selection.clips, options.batch.clip);
     std::vector<ClipTask> tasks;
     for (std::size_t index = 0; index < selection.clips.size(); ++index) {
         tasks.push_back(MakeTask(std::move(selection.clips[index]), selection.scenes[index]));
     }
-    return RunBatch(tasks, options.batch, kWords, output);
+    const int exitCode = RunBatch(tasks, options.batch, kWords, output);
+    return exitCode == kDone && !selection.isWhole ? kUnmatched : exitCode;
 }
 
 } // namespace zonstory

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "commands/ClipBatch.h"
+#include "commands/ClipMatching.h"
 #include "output/Output.h"
 
 namespace zonstory {
@@ -12,14 +13,16 @@ struct WriteOptions {
     std::string story;
     std::string scene;              ///< For all clips; empty when there is a map.
     std::string map;                ///< A CSV file that names a scene for every clip; empty when there is a scene.
+    bool isMatching = false;        ///< Find each clip's scene instead.
+    MatchSettings match;            ///< How.
     std::vector<std::string> clips; ///< Files and folders.
     bool recursive = false;
     BatchOptions batch;
 };
 
 /// Writes scenes into clips.
-/// @return An ExitCode.
-/// @throws StoryError, SceneSelectionError, UsageError, OutputError; no clip has been touched, save for the last.
+/// @return An ExitCode; kUnmatched when all went well but for clips whose scene was not found.
+/// @throws StoryError, CsvError, SceneSelectionError, UsageError, OutputError; no clip has been touched, save for the last.
 int RunWrite(const WriteOptions& options, Output& output);
 
 } // namespace zonstory

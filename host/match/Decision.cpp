@@ -237,6 +237,9 @@ Decision Decide(const std::vector<Statement>& statements, const SceneNumbers& st
         if (one != first && !same) {
             decision.disagreeing.push_back(*one);
         }
+        if (scene && same && decision.take.empty()) {
+            decision.take = one->take;
+        }
     }
     return decision;
 }

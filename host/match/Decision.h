@@ -54,6 +54,7 @@ std::string_view Name(Verdict verdict);
 struct Decision {
     Verdict verdict = Verdict::Unmatched;
     std::optional<std::size_t> scene;  ///< Its place in the story; only when matched.
+    std::string take;                  ///< By the strongest source that agrees on the scene and names one.
     std::vector<std::size_t> between;  ///< The scenes that an ambiguous clip may show.
     std::optional<Evidence> evidence;  ///< What decided, or comes nearest to it.
     std::vector<Evidence> disagreeing; ///< Other sources that name another scene.

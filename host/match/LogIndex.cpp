@@ -187,25 +187,39 @@ bool LogIndex::RecordSlate(const ClipLog& log, const ClipLog::Row& row) {
     return true;
 }
 
-std::vector<Statement> LogIndex::Statements(std::size_t clip) const {
-    std::vector<Statement> statements;
-    const std::vector<Finding>& findings = mFindings[clip];
+// The findings of the surest way.
+std::vector<LogIndex::Finding> LogIndex::Best(std::size_t clip) const {
+    std::vector<Finding> findings = mFindings[clip];
     const auto best = std::min_element(findings.begin(), findings.end(),
                                        [](const Finding& left, const Finding& right) { return left.way < right.way; });
-    for (const Finding& finding : findings) {
-        if (finding.way != best->way) {
-            continue;
-        }
+    if (best != findings.end()) {
+        std::erase_if(findings, [way = best->way](const Finding& finding) { return finding.way != way; });
+    }
+    return findings;
+}
+
+std::vector<Statement> LogIndex::Statements(std::size_t clip) const {
+    std::vector<Statement> statements;
+    for (const Finding& finding : Best(clip)) {
+        const auto field = [&](std::optional<std::size_t> column) { return finding.log->Field(*finding.row, column); };
         Statement statement;
         statement.source = Source::Log;
-        statement.text = finding.log->Field(*finding.row, finding.log->known.scene);
+        statement.text = field(finding.log->known.scene);
         statement.where = finding.log->Where(*finding.row);
-        statement.take = CanonicalSceneNumber(finding.log->Field(*finding.row, finding.log->known.take));
+        statement.take = CanonicalSceneNumber(field(finding.log->known.take));
         statement.readings = ReadSceneField(statement.text);
         statement.ceiling = Ceiling(finding.way <= Way::FileName, finding.way == Way::OtherFolder);
         statements.push_back(std::move(statement));
     }
     return statements;
+}
+
+std::vector<LogIndex::RowOfLog> LogIndex::Rows(std::size_t clip) const {
+    std::vector<RowOfLog> rows;
+    for (const Finding& finding : Best(clip)) {
+        rows.push_back({finding.log, finding.row});
+    }
+    return rows;
 }
 
 } // namespace zonstory

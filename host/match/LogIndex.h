@@ -27,6 +27,14 @@ public:
     /// What the logs say of a clip, for Decide().
     std::vector<Statement> Statements(std::size_t clip) const;
 
+    struct RowOfLog {
+        const ClipLog* log;
+        const ClipLog::Row* row;
+    };
+
+    /// The rows behind Statements(), one for one.
+    std::vector<RowOfLog> Rows(std::size_t clip) const;
+
     /// Rows that name a scene and could mean several clips: "day3.csv:12: 2 clips are called C0001.MP4".
     const std::vector<std::string>& Problems() const { return mProblems; }
 
@@ -54,6 +62,7 @@ private:
 
     using Places = std::unordered_map<std::string, Place>;
 
+    std::vector<Finding> Best(std::size_t clip) const;
     void IndexClip(std::size_t clip, std::string_view path, SlateStyle style);
     void FindClips(const ClipLog& log, const ClipLog::Row& row);
     bool Record(const ClipLog& log, const ClipLog::Row& row, std::string_view value, const Hit& hit);

@@ -112,6 +112,13 @@ TEST(Decisions, StopAtTheBar) {
     EXPECT_EQ(Decide({FileName("2 men.mov")}, kStory, Confidence::Low).verdict, Verdict::Matched);
 }
 
+TEST(Decisions, TakeComesFromTheStrongestThatAgrees) {
+    EXPECT_EQ(Decide({FileName("2B-7.mov"), StateField(Source::IXml, "2", "")}, kStory, Confidence::Medium).take, "7");
+    EXPECT_EQ(Decide({FileName("2B-7.mov"), StateField(Source::IXml, "2", "08")}, kStory, Confidence::Medium).take,
+              "8");
+    EXPECT_EQ(Decide({FileName("1B-7.mov"), StateField(Source::IXml, "2", "")}, kStory, Confidence::Medium).take, "");
+}
+
 TEST(Decisions, ExplainTheirEvidence) {
     const auto explain = [](const char* name) {
         return Explain(Decide({FileName(name)}, kStory, Confidence::Medium).evidence.value(), kStory);

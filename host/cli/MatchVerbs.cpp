@@ -1,0 +1,73 @@
+#include "cli/MatchVerbs.h"
+
+#include <memory>
+
+#include <CLI/App.hpp>
+#include <CLI/Validators.hpp>
+
+#include "cli/CommonOptions.h"
+#include "commands/Coverage.h"
+#include "commands/Match.h"
+
+namespace zonstory {
+
+namespace {
+
+void AddBar(CLI::App& command, Confidence& bar) {
+    command
+        .add_option_function<std::string>(
+            "--min-confidence", [&bar](const std::string& text) { bar = ParseConfidence(text).value_or(bar); },
+            "How sure a match must be: low, medium (unless given), high, certain, or a number from 0 to 100")
+        ->check(CLI::Validator(
+            [](const std::string& text) {
+                return ParseConfidence(text) ? std::string() : "must be low, medium, high, certain, or 0 to 100";
+            },
+            ""))
+        ->type_name("LEVEL");
+}
+
+void AddSlates(CLI::App& command, SlateStyle& slates) {
+    command
+        .add_option_function<std::string>(
+            "--slates",
+            [&slates](const std::string& word) {
+                slates = word == "continuous" ? SlateStyle::Continuous : SlateStyle::Scene;
+            },
+            "Slates are numbered by scene and set-up (scene, unless given: 12A-3), or through the shoot (continuous), "
+            "where only a log knows the scene of a number")
+        ->check(CLI::IsMember({"scene", "continuous"}))
+        ->type_name("");
+}
+
+} // namespace
+
+void AddMatchSettings(CLI::App& command, MatchSettings& settings) {
+    command
+        .add_option("--log", settings.logs,
+                    "A log of the shoot: CSV with a clip and a scene column, or ALE; may be given again")
+        ->type_name("FILE")
+        ->allow_extra_args(false);
+    AddSlates(command, settings.slates);
+    AddBar(command, settings.bar);
+}
+
+Action AddMatch(CLI::App& command) {
+    auto options = std::make_shared<MatchOptions>();
+    AddStory(command, options->story);
+    AddClips(command, options->clips, options->recursive)->required();
+    AddMatchSettings(command, options->match);
+    AddFormat(command, options->format);
+    AddSidecar(command, options->clip);
+    return [options](Output& output) { return RunMatch(*options, output); };
+}
+
+Action AddCoverage(CLI::App& command) {
+    auto options = std::make_shared<CoverageOptions>();
+    AddStory(command, options->story);
+    AddClips(command, options->clips, options->recursive)->required();
+    AddFormat(command, options->format);
+    AddSidecar(command, options->clip);
+    return [options](Output& output) { return RunCoverage(*options, output); };
+}
+
+} // namespace zonstory

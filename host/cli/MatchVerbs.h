@@ -1,0 +1,17 @@
+#pragma once
+
+#include "cli/Verb.h"
+#include "commands/ClipMatching.h"
+
+namespace zonstory {
+
+/// @name The verbs that find out which clip shows which scene
+/// @{
+Action AddMatch(CLI::App& command);
+Action AddCoverage(CLI::App& command);
+/// @}
+
+/// --log, --slates and --min-confidence.
+void AddMatchSettings(CLI::App& command, MatchSettings& settings);
+
+} // namespace zonstory

@@ -1,0 +1,86 @@
+#include "commands/ClipEvidence.h"
+
+#include <algorithm>
+#include <fstream>
+#include <utility>
+
+#include <zonmetadata/SchemaNamespaces.h>
+#include <zonstoryparser/Story.h>
+
+#include "match/ClipStatements.h"
+#include "match/IXml.h"
+#include "match/RiffChunk.h"
+
+namespace zonstory {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// Only these hold the chunk; others are not opened for it.
+bool IsSoundFile(const fs::path& clip) {
+    std::string extension = clip.extension().string();
+    std::transform(extension.begin(), extension.end(), extension.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    return extension == ".wav" || extension == ".bwf" || extension == ".rf64";
+}
+
+std::optional<IXml> ReadIXml(const fs::path& clip) {
+    std::error_code problem;
+    const std::uintmax_t size = fs::file_size(clip, problem);
+    std::ifstream file(clip, std::ios::binary);
+    if (problem || !file) {
+        return std::nullopt;
+    }
+    const auto read = [&file](std::uint64_t offset, char* bytes, std::size_t count) {
+        file.clear();
+        file.seekg(static_cast<std::streamoff>(offset));
+        file.read(bytes, static_cast<std::streamsize>(count));
+        return static_cast<std::size_t>(file.gcount());
+    };
+    const std::optional<std::string> chunk = FindRiffChunk(read, size, "iXML");
+    return chunk ? ParseIXml(*chunk) : std::nullopt;
+}
+
+void AddField(ClipEvidence& evidence, Source source, const std::string& scene, const std::string& take) {
+    if (!scene.empty()) {
+        evidence.statements.push_back(StateField(source, scene, take));
+    }
+}
+
+void AddXmp(ClipEvidence& evidence, const fs::path& clip, const ClipOptions& options) {
+    try {
+        const CarriedScene carried = ReadCarriedScene(clip, options);
+        AddField(evidence, Source::Xmp, carried.scene, carried.take);
+    } catch (const ClipError& error) {
+        evidence.problem = error.what();
+    } catch (const XMP_Error& error) {
+        evidence.problem = error.what();
+    }
+}
+
+} // namespace
+
+ClipEvidence GatherEvidence(const fs::path& clip, const ClipOptions& options, SlateStyle style) {
+    ClipEvidence evidence;
+    if (const auto ixml = IsSoundFile(clip) ? ReadIXml(clip) : std::nullopt) {
+        AddField(evidence, Source::IXml, ixml->scene, ixml->take);
+    }
+    AddXmp(evidence, clip, options);
+    std::error_code ignored;
+    const fs::path absolute = fs::absolute(clip, ignored).lexically_normal(); // "." has its folder's name there
+    for (Statement& statement : StatePath(absolute.empty() ? clip.string() : absolute.string(), style)) {
+        evidence.statements.push_back(std::move(statement));
+    }
+    return evidence;
+}
+
+CarriedScene ReadCarriedScene(const fs::path& clip, const ClipOptions& options) {
+    ClipContents contents = ReadClip(clip, options);
+    CarriedScene carried;
+    zonstoryparser::GetSceneNumberFromXMP(contents.xmp, nullptr, &carried.scene);
+    contents.xmp.GetProperty(zonmetadata::kDynamicMediaNamespaceURI, "takeNumber", &carried.take, nullptr);
+    return carried;
+}
+
+} // namespace zonstory

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "clip/Clip.h"
+#include "match/Decision.h"
+
+namespace zonstory {
+
+/// What a clip says of its scene, without any log: the iXML of a sound file, its XMP, its name, its folders' names.
+struct ClipEvidence {
+    std::vector<Statement> statements;
+    std::string problem; ///< Why its XMP could not be read; empty when it was.
+};
+
+/// Reads, and changes nothing. A clip that cannot be read still says what its name says.
+ClipEvidence GatherEvidence(const std::filesystem::path& clip, const ClipOptions& options, SlateStyle style);
+
+/// The number that a clip's XMP carries and the take beside it.
+struct CarriedScene {
+    std::string scene;
+    std::string take;
+};
+
+/// @throws ClipError, XMP_Error
+CarriedScene ReadCarriedScene(const std::filesystem::path& clip, const ClipOptions& options);
+
+} // namespace zonstory

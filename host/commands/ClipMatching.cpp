@@ -1,0 +1,136 @@
+#include "commands/ClipMatching.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
+#include <fstream>
+#include <ios>
+#include <iterator>
+#include <system_error>
+
+#include <fmt/format.h>
+
+#include "commands/ClipEvidence.h"
+#include "match/ClipLog.h"
+#include "match/LogIndex.h"
+#include "output/CsvReader.h"
+#include "output/ExitCode.h"
+
+namespace zonstory {
+
+namespace {
+
+ClipLog ReadLogFile(const std::string& path) {
+    std::error_code ignored;
+    if (std::filesystem::is_directory(path, ignored)) {
+        throw CsvError(path, 0, "is a folder");
+    }
+    std::ifstream file(path, std::ios::binary);
+    std::string bytes;
+    char piece[64 * 1024];
+    while (file.read(piece, sizeof piece) || file.gcount() > 0) {
+        bytes.append(piece, static_cast<std::size_t>(file.gcount()));
+    }
+    if (!file.eof()) {
+        throw CsvError(path, 0, std::generic_category().message(errno));
+    }
+    return ReadClipLog(bytes, path);
+}
+
+std::vector<ClipLog> ReadLogFiles(const std::vector<std::string>& paths) {
+    std::vector<ClipLog> logs;
+    logs.reserve(paths.size());
+    std::transform(paths.begin(), paths.end(), std::back_inserter(logs), ReadLogFile);
+    return logs;
+}
+
+std::vector<std::string> AbsolutePaths(const std::vector<SelectedClip>& clips) {
+    std::vector<std::string> paths;
+    paths.reserve(clips.size());
+    for (const SelectedClip& clip : clips) {
+        std::error_code ignored;
+        paths.push_back(std::filesystem::absolute(clip.path, ignored).lexically_normal().string());
+    }
+    return paths;
+}
+
+std::vector<std::pair<std::string, std::string>> AllFields(const LogIndex::RowOfLog& source) {
+    std::vector<std::pair<std::string, std::string>> fields = {{"", source.log->Where(*source.row)}};
+    for (std::size_t column = 0; column < source.log->columns.size(); ++column) {
+        fields.emplace_back(source.log->columns[column], source.log->Field(*source.row, column));
+    }
+    return fields;
+}
+
+void WarnOfLogs(const LogIndex& index, Output& output) {
+    for (const std::string& problem : index.Problems()) {
+        output.Warning(problem);
+    }
+    if (index.RowsWithoutClip() > 0) {
+        output.Note(fmt::format("log rows that name a scene and none of these clips: {}", index.RowsWithoutClip()));
+    }
+}
+
+std::size_t Count(const ClipMatches& matches, Verdict verdict) {
+    const auto has = [verdict](const ClipMatch& match) {
+        return match.clip.refusal.empty() && match.decision.verdict == verdict;
+    };
+    return static_cast<std::size_t>(std::count_if(matches.clips.begin(), matches.clips.end(), has));
+}
+
+std::size_t CountRefused(const ClipMatches& matches) {
+    const auto isRefused = [](const ClipMatch& match) { return !match.clip.refusal.empty(); };
+    return static_cast<std::size_t>(std::count_if(matches.clips.begin(), matches.clips.end(), isRefused));
+}
+
+} // namespace
+
+SceneNumbers NumbersOf(const SceneSelection& scenes) {
+    std::vector<std::string> numbers;
+    for (const SelectedScene& scene : scenes.All()) {
+        numbers.push_back(zoncore::UTF16to8(scene.scene->sceneNumber));
+    }
+    return SceneNumbers(std::move(numbers));
+}
+
+ClipMatches MatchClips(const SceneSelection& scenes, std::vector<SelectedClip> clips, const MatchSettings& settings,
+                       const ClipOptions& options, Output& output) {
+    const std::vector<ClipLog> logs = ReadLogFiles(settings.logs);
+    const LogIndex index(logs, AbsolutePaths(clips), settings.slates);
+    WarnOfLogs(index, output);
+    ClipMatches matches = {NumbersOf(scenes), {}};
+    for (std::size_t at = 0; at < clips.size(); ++at) {
+        ClipMatch match;
+        match.clip = std::move(clips[at]);
+        if (match.clip.refusal.empty()) {
+            ClipEvidence evidence = GatherEvidence(match.clip.path, options, settings.slates);
+            if (!evidence.problem.empty()) {
+                output.Warning(match.clip.path.string() + ": " + evidence.problem);
+            }
+            std::vector<Statement> statements = index.Statements(at);
+            std::move(evidence.statements.begin(), evidence.statements.end(), std::back_inserter(statements));
+            match.decision = Decide(statements, matches.story, settings.bar);
+            for (const LogIndex::RowOfLog& source : index.Rows(at)) {
+                match.logRows.push_back(AllFields(source));
+            }
+        }
+        matches.clips.push_back(std::move(match));
+        output.Progress(fmt::format("{} of {} clips", at + 1, clips.size()));
+    }
+    output.EndProgress();
+    return matches;
+}
+
+std::string Summary(const ClipMatches& matches) {
+    return fmt::format("{} matched, {} ambiguous, {} unmatched, {} failed", Count(matches, Verdict::Matched),
+                       Count(matches, Verdict::Ambiguous), Count(matches, Verdict::Unmatched), CountRefused(matches));
+}
+
+int ExitCodeOf(const ClipMatches& matches) {
+    if (CountRefused(matches) > 0) {
+        return kSomeFailed;
+    }
+    return Count(matches, Verdict::Matched) == matches.clips.size() ? kDone : kUnmatched;
+}
+
+} // namespace zonstory

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "clip/Clip.h"
+#include "output/Format.h"
+#include "output/Output.h"
+
+namespace zonstory {
+
+struct CoverageOptions {
+    std::string story;
+    std::vector<std::string> clips; ///< Files and folders.
+    bool recursive = false;
+    ClipOptions clip;
+    Format format = Format::Text;
+};
+
+/// Prints the story's scenes with the clips and takes that carry them, the scenes that no clip shows, and the clips whose
+/// scene the story does not have.
+/// @return An ExitCode; kUnmatched when a clip carries a scene that the story does not have, or has twice.
+/// @throws StoryError
+int RunCoverage(const CoverageOptions& options, Output& output);
+
+} // namespace zonstory

@@ -1,0 +1,227 @@
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+#include "Zonstory.h"
+#include "support/ClipSamples.h"
+
+// Which clip shows which scene: found, written, fed back, counted.
+namespace {
+
+namespace fs = std::filesystem;
+using nlohmann::json;
+using support::ExifToolValue;
+using support::Zonstory;
+using support::ZonstoryResult;
+using ::testing::AllOf;
+using ::testing::HasSubstr;
+
+// Scenes 1, 2, 3, 12, 12A; 7 twice; one without a number.
+std::string StoryOf(const std::vector<std::string>& numbers) {
+    std::string scenes;
+    for (const std::string& number : numbers) {
+        scenes += number.empty() ? "<scene>" : "<scene sceneNumber=\"" + number + "\">";
+        scenes +=
+            "<paragraph element=\"SceneHeading\"><textRun>INT. ROOM " + number + " - DAY</textRun></paragraph></scene>";
+    }
+    return "<Talewright version=\"1.0\"><document><stream name=\"body\"><section>" + scenes +
+           "</section></stream></document></Talewright>";
+}
+
+std::string Little(std::size_t number) {
+    std::string bytes;
+    for (int byte = 0; byte < 4; ++byte, number >>= 8) {
+        bytes += static_cast<char>(number & 0xFF);
+    }
+    return bytes;
+}
+
+class MatchVerbs : public ::testing::Test {
+protected:
+    MatchVerbs() {
+        support::WriteFile(mZonstory / "s.skrx", StoryOf({"1", "2", "3", "12", "12A", "7", "7", ""}));
+        mMov = support::MakeClip(mZonstory.Folder(), support::SampleNamed("MovIndexAtEnd"));
+    }
+
+    // A clip of this name, in folders as the name has them.
+    void Add(const std::string& name) const {
+        fs::create_directories((mZonstory / name).parent_path());
+        fs::copy_file(mMov, mZonstory / name);
+    }
+
+    // A recorder's WAV: made by ffmpeg, its iXML behind.
+    void AddWav(const std::string& name, const std::string& scene) const {
+        const fs::path made = support::MakeClip(mZonstory.Folder(), support::SampleNamed("Wav"));
+        std::string bytes = support::ReadFile(made);
+        fs::remove(made);
+        std::string ixml = "<BWFXML><SCENE>" + scene + "</SCENE><TAKE>4</TAKE></BWFXML>";
+        ixml.resize(ixml.size() + ixml.size() % 2);
+        bytes += "iXML" + Little(ixml.size()) + ixml;
+        bytes.replace(4, 4, Little(bytes.size() - 8));
+        support::WriteFile(mZonstory / name, bytes);
+    }
+
+    json Match(std::vector<std::string> more) const {
+        more.insert(more.begin(), {"match", "s.skrx", "--format", "json", "-r"});
+        const json document = json::parse(mZonstory.Run(more).out);
+        json found = json::object();
+        for (const json& clip : document["clips"]) {
+            found[clip["clip"].get<std::string>()] = clip;
+        }
+        return found;
+    }
+
+    Zonstory mZonstory;
+    fs::path mMov;
+};
+
+TEST_F(MatchVerbs, EverySourceIsAskedInItsOrder) {
+    for (const char* const name : {"c/12A-3.mov", "c/2B_T01.mov", "c/Sc1_Sc2.mov", "c/1080.mov", "c/7-1.mov",
+                                   "c/Scene 3/A007C006_160424_R28L.mov", "c/1-9.mov"}) {
+        Add(name);
+    }
+    AddWav("c/T001.wav", "3");
+    AddWav("c/1C-2.wav", "2");
+    support::WriteFile(mZonstory / "log.csv", "Scene;Clip Name;Lens\n2;1-9;50 mm\n99;nowhere.mov;35 mm\n");
+
+    const json found = Match({"c", "--log", "log.csv"});
+    const auto scene = [&](const char* clip) { return found.at(clip)["scene"]; };
+    EXPECT_EQ(scene("c/12A-3.mov"), "12A");
+    EXPECT_EQ(found["c/12A-3.mov"]["take"], "3");
+    EXPECT_EQ(scene("c/2B_T01.mov"), "2");
+    EXPECT_EQ(found["c/2B_T01.mov"]["evidence"]["setUp"], "B");
+    EXPECT_EQ(scene("c/Scene 3/A007C006_160424_R28L.mov"), "3");
+    EXPECT_EQ(found["c/Scene 3/A007C006_160424_R28L.mov"]["evidence"]["source"], "folder name");
+    EXPECT_EQ(scene("c/T001.wav"), "3");
+    EXPECT_EQ(found["c/T001.wav"]["take"], "4");
+    EXPECT_EQ(scene("c/1C-2.wav"), "2") << "iXML is stronger than the name";
+    EXPECT_EQ(found["c/1C-2.wav"]["disagreeing"][0]["scenes"], json{"1"});
+    EXPECT_EQ(scene("c/1-9.mov"), "2") << "the log is stronger than the name";
+    EXPECT_EQ(found["c/1-9.mov"]["log"][0]["fields"]["Lens"], "50 mm");
+    EXPECT_EQ(scene("c/1080.mov"), nullptr);
+    EXPECT_EQ(found["c/1080.mov"]["verdict"], "unmatched");
+    EXPECT_EQ(found["c/Sc1_Sc2.mov"]["verdict"], "ambiguous");
+    EXPECT_EQ(found["c/Sc1_Sc2.mov"]["candidates"], (json{"1", "2"}));
+    EXPECT_EQ(found["c/7-1.mov"]["candidates"], (json{"#6", "#7"}));
+
+    const ZonstoryResult text = mZonstory.Run({"match", "s.skrx", "-r", "c", "--log", "log.csv"});
+    EXPECT_EQ(text.exitCode, 4);
+    EXPECT_THAT(text.err, AllOf(HasSubstr("6 matched, 2 ambiguous, 1 unmatched, 0 failed"),
+                                HasSubstr("log rows that name a scene and none of these clips: 1")));
+    EXPECT_THAT(text.out, HasSubstr("between 1 and 2"));
+    EXPECT_EQ(mZonstory.Run({"match", "s.skrx", "c/12A-3.mov"}).exitCode, 0);
+}
+
+TEST_F(MatchVerbs, CsvIsWhatWriteReads) {
+    for (const char* const name : {"c/12A-3.mov", "c/Sc1_Sc2.mov", "c/a, \"b\".mov"}) {
+        Add(name);
+    }
+    const ZonstoryResult csv = mZonstory.Run({"match", "s.skrx", "c", "--format", "csv"});
+    EXPECT_EQ(csv.exitCode, 4);
+    support::WriteFile(mZonstory / "map.csv", csv.out);
+    const ZonstoryResult written = mZonstory.Run({"write", "s.skrx", "--map", "map.csv"});
+    EXPECT_EQ(written.exitCode, 0) << written.err;
+    EXPECT_EQ(written.out, "c/12A-3.mov: written, scene 12A\n");
+    EXPECT_THAT(written.err, HasSubstr("rows without a scene, passed over: 2"));
+    EXPECT_EQ(ExifToolValue(mZonstory / "c/12A-3.mov", "XMP-xmpDM:Scene"), "12A");
+    EXPECT_EQ(ExifToolValue(mZonstory / "c/Sc1_Sc2.mov", "XMP-xmpDM:Scene"), "");
+}
+
+TEST_F(MatchVerbs, WriteMatchWritesWhatIsSure) {
+    for (const char* const name : {"c/12A-3.mov", "c/1-2.mov", "c/Sc1_Sc2.mov", "c/2 men.mov"}) {
+        Add(name);
+    }
+    const auto untouched = support::ReadFile(mZonstory / "c/Sc1_Sc2.mov");
+    const ZonstoryResult sure = mZonstory.Run({"write", "s.skrx", "--match", "--min-confidence", "high", "c"});
+    EXPECT_EQ(sure.exitCode, 4);
+    EXPECT_EQ(sure.out, "c/12A-3.mov: written, scene 12A\n");
+    const ZonstoryResult usual = mZonstory.Run({"write", "s.skrx", "--match", "c"});
+    EXPECT_EQ(usual.exitCode, 4);
+    EXPECT_EQ(usual.out, "c/1-2.mov: written, scene 1\nc/12A-3.mov: unchanged, scene 12A\n");
+    EXPECT_THAT(usual.err, AllOf(HasSubstr("c/Sc1_Sc2.mov: not written: between 1 and 2"),
+                                 HasSubstr("c/2 men.mov: not written: perhaps 2")));
+    EXPECT_EQ(support::ReadFile(mZonstory / "c/Sc1_Sc2.mov"), untouched);
+    EXPECT_EQ(ExifToolValue(mZonstory / "c/1-2.mov", "XMP-xmpDM:Scene"), "1");
+
+    fs::rename(mZonstory / "c/1-2.mov", mZonstory / "c/3A-2.mov");
+    EXPECT_EQ(Match({"c"})["c/3A-2.mov"]["scene"], "1") << "what a clip carries is stronger than its name";
+    EXPECT_EQ(mZonstory.Run({"write", "s.skrx", "--match", "c/12A-3.mov", "c/missing.mov"}).exitCode, 1);
+    EXPECT_EQ(mZonstory.Run({"write", "s.skrx", "--match", "--dry-run", "c/12A-3.mov"}).exitCode, 0);
+}
+
+TEST_F(MatchVerbs, ContinuousSlatesNeedALog) {
+    Add("c/213-4.mov");
+    Add("c/12-1.mov");
+    support::WriteFile(mZonstory / "day.csv", "Slate,Take,Scene\n213,4,12A\n");
+    const json alone = Match({"c", "--slates", "continuous"});
+    EXPECT_EQ(alone["c/12-1.mov"]["verdict"], "unmatched");
+    EXPECT_EQ(alone["c/213-4.mov"]["verdict"], "unmatched");
+    EXPECT_EQ(Match({"c", "--slates", "continuous", "--log", "day.csv"})["c/213-4.mov"]["scene"], "12A");
+    EXPECT_EQ(Match({"c"})["c/12-1.mov"]["scene"], "12");
+}
+
+TEST_F(MatchVerbs, AmbiguousLogRowsAreNamed) {
+    Add("a/C0001.mov");
+    Add("b/C0001.mov");
+    support::WriteFile(mZonstory / "log.csv", "Clip,Scene\nC0001.mov,2\n");
+    const ZonstoryResult result = mZonstory.Run({"match", "s.skrx", "a", "b", "--log", "log.csv"});
+    EXPECT_EQ(result.exitCode, 4);
+    EXPECT_THAT(result.err, HasSubstr("log.csv:2: 2 clips are called \"C0001.mov\""));
+    support::WriteFile(mZonstory / "log.csv", "Clip,Scene\nb/C0001.mov,2\n");
+    EXPECT_EQ(Match({"a", "b", "--log", "log.csv"})["b/C0001.mov"]["scene"], "2");
+}
+
+TEST_F(MatchVerbs, CoverageCountsScenes) {
+    for (const char* const name : {"c/12A-3.mov", "c/12A-1.mov", "c/x.mov", "c/y.mov"}) {
+        Add(name);
+    }
+    mZonstory.Run({"write", "s.skrx", "--match", "c/12A-3.mov", "c/12A-1.mov"});
+    const ZonstoryResult covered = mZonstory.Run({"coverage", "s.skrx", "c"});
+    EXPECT_EQ(covered.exitCode, 0);
+    EXPECT_EQ(covered.err, "1 of 8 scenes shown\n");
+    EXPECT_THAT(covered.out, AllOf(HasSubstr("c/12A-1.mov (take 1), c/12A-3.mov (take 3)\n"),
+                                   HasSubstr("c/x.mov carries no scene\n")));
+
+    support::WriteFile(mZonstory / "other.skrx", StoryOf({"55"}));
+    mZonstory.Run({"write", "other.skrx", "--scene", "55", "c/x.mov"});
+    mZonstory.Run({"write", "s.skrx", "--scene", "#8", "c/y.mov"});
+    const ZonstoryResult result = mZonstory.Run({"coverage", "s.skrx", "c", "--format", "json"});
+    EXPECT_EQ(result.exitCode, 4) << "a clip carries a scene of another story";
+    const json coverage = json::parse(result.out);
+    EXPECT_EQ(coverage["schema"], "zonstory.coverage");
+    EXPECT_EQ(coverage["unknown"][0]["clip"], "c/x.mov");
+    EXPECT_EQ(coverage["scenes"][0]["clips"], json::array());
+    EXPECT_EQ(coverage["scenes"][4]["clips"].size(), 2u);
+    EXPECT_EQ(coverage["scenes"][7]["clips"][0]["clip"], "c/y.mov") << "a scene without number, by its place";
+
+    const std::string csv = mZonstory.Run({"coverage", "s.skrx", "c", "--format", "csv"}).out;
+    EXPECT_THAT(csv, AllOf(HasSubstr("5,12A,covered,c/12A-1.mov,1\r\n"), HasSubstr("1,1,uncovered,,\r\n"),
+                           HasSubstr(",55,unknown,c/x.mov,\r\n")));
+}
+
+TEST_F(MatchVerbs, UsageIsChecked) {
+    Add("c/12A-3.mov");
+    support::WriteFile(mZonstory / "bad.csv", "Lens,Notes\n50,x\n");
+    struct Case {
+        std::vector<std::string> arguments;
+        const char* message;
+    };
+    const Case cases[] = {
+        {{"write", "s.skrx", "--match", "--scene", "1", "c"}, "--match"},
+        {{"write", "s.skrx", "--match"}, "CLIP"},
+        {{"write", "s.skrx", "--scene", "1", "--log", "bad.csv", "c"}, "--log"},
+        {{"match", "s.skrx"}, "CLIP"},
+        {{"match", "s.skrx", "c", "--min-confidence", "sure"}, "--min-confidence"},
+        {{"match", "s.skrx", "c", "--slates", "none"}, "--slates"},
+        {{"match", "s.skrx", "c", "--log", "missing.csv"}, "missing.csv"},
+        {{"match", "s.skrx", "c", "--log", "c"}, "c: "},
+        {{"match", "s.skrx", "c", "--log", "bad.csv"}, "bad.csv:1: no header"},
+    };
+    for (const Case& c : cases) {
+        const ZonstoryResult result = mZonstory.Run(c.arguments);
+        EXPECT_EQ(result.exitCode, 2) << c.message;
+        EXPECT_THAT(result.err, HasSubstr(c.message));
+        EXPECT_EQ(result.out, "");
+    }
+}
+
+} // namespace
