@@ -188,7 +188,7 @@ TEST_F(ClipVerbs, CtrlCStopsBetweenClips) {
     }
     const auto size = fs::file_size(mZonstory / mMov);
     const pid_t process = mZonstory.Start({"write", "s.skrx", "--scene", "1", "in", "--report", "r.json"});
-    while (fs::file_size(mZonstory / "in/1000.mov") == size) {
+    while (fs::file_size(mZonstory / "in/1000.mov") == size && !mZonstory.HasEnded(process)) {
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
     ::kill(process, SIGINT);

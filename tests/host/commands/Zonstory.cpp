@@ -22,6 +22,11 @@ pid_t Zonstory::Start(const std::vector<std::string>& arguments) const {
     return Start(mStreams / "out", arguments);
 }
 
+bool Zonstory::HasEnded(pid_t process) const {
+    siginfo_t info = {};
+    return ::waitid(P_PID, static_cast<id_t>(process), &info, WEXITED | WNOHANG | WNOWAIT) != 0 || info.si_pid != 0;
+}
+
 ZonstoryResult Zonstory::Wait(pid_t process) const {
     int status = 0;
     ::waitpid(process, &status, 0);

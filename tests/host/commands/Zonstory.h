@@ -34,6 +34,7 @@ public:
     /// @name A run that goes on while the test does something else
     /// @{
     pid_t Start(const std::vector<std::string>& arguments) const;
+    bool HasEnded(pid_t process) const;
     ZonstoryResult Wait(pid_t process) const;
     /// @}
 
