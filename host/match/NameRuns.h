@@ -55,6 +55,11 @@ private:
     std::vector<NameRun> mRuns;
 };
 
+/// Whether a separator has one of these characters in it.
+inline bool HasAny(std::string_view separator, std::string_view characters) {
+    return separator.find_first_of(characters) != std::string_view::npos;
+}
+
 /// Digits without the zeros in front; "0" stays.
 std::string_view WithoutLeadingZeros(std::string_view digits);
 
