@@ -36,8 +36,8 @@ const std::vector<Verb>& Verbs() {
          "zonstory match film.skrx rushes/ --log day3.ale --format csv > map.csv",
          "Asks, strongest first: logs, the iXML of sound files, XMP already in the clip, the file's name, its "
          "folder's. Where sources of equal strength disagree, two scenes fit or none does, there is no answer. Changes "
-         "nothing. "
-         "The CSV is what 'write --map' reads: correct it, fill in what is empty, and feed it back. Confidence is "
+         "nothing. The CSV is what 'write --map' reads: correct it, fill in what is empty, and feed it back. "
+         "Confidence is "
          "certain (100) for a log that names the file and the story's number; high (90) for other logs, iXML, XMP, and "
          "names with a scene word or a set-up and take; medium (70) for two plain numbers, or a name that is a number; "
          "low (40) for a number among other words.",
