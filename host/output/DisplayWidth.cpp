@@ -21,7 +21,7 @@ std::size_t DisplayWidth(std::string_view line) {
     if (IsASCII(line)) {
         return line.size();
     }
-    int total = 0;
+    std::size_t total = 0;
     int character = 0;
     utf8proc_int32_t previous = -1;
     utf8proc_int32_t breakState = 0;
@@ -32,13 +32,13 @@ std::size_t DisplayWidth(std::string_view line) {
         line.remove_prefix(length > 0 ? static_cast<std::size_t>(length) : 1);
         codePoint = length > 0 ? codePoint : 0xFFFD;
         if (previous >= 0 && utf8proc_grapheme_break_stateful(previous, codePoint, &breakState)) {
-            total += character;
+            total += static_cast<std::size_t>(character);
             character = 0;
         }
         character = std::max(character, codePoint == kEmojiPresentation ? 2 : utf8proc_charwidth(codePoint));
         previous = codePoint;
     }
-    return static_cast<std::size_t>(total + character);
+    return total + static_cast<std::size_t>(character);
 }
 
 } // namespace zonstory

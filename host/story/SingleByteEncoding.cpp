@@ -24,7 +24,7 @@ bool IsEncodingName(const std::string& name) {
 
 Converter OpenConverter(const std::string& name) {
     void* const converter = iconv_open("UCS-4LE", name.c_str());
-    const bool isOpen = converter != reinterpret_cast<void*>(static_cast<std::intptr_t>(-1)); // iconv_open's own mark
+    const bool isOpen = reinterpret_cast<std::intptr_t>(converter) != -1; // iconv_open's own mark
     return Converter(isOpen ? converter : nullptr);
 }
 

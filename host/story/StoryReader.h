@@ -21,9 +21,9 @@
 namespace zonstory {
 
 struct StoryReadOptions {
-    bool recordLines = false;          ///< Fill Story::lines.
-    std::size_t maxDepth = 1000;       ///< Elements nested deeper are an error; a story needs nine.
-    std::size_t pieceSize = 64 * 1024; ///< How many bytes are read at a time.
+    bool recordLines = false;                       ///< Fill Story::lines.
+    std::size_t maxDepth = 1000;                    ///< Elements nested deeper are an error; a story needs nine.
+    std::size_t pieceSize = std::size_t{64} * 1024; ///< How many bytes are read at a time.
 };
 
 struct Story {

@@ -59,7 +59,7 @@ class StoryEncoding : public ::testing::TestWithParam<EncodingCase> {};
 
 // In pieces of one byte too: a character may be cut anywhere.
 TEST_P(StoryEncoding, IsReadWholeAndInPieces) {
-    for (const std::size_t pieceSize : {1, 2, 3, 5, 64 * 1024}) {
+    for (const std::size_t pieceSize : {1U, 2U, 3U, 5U, 65536U}) {
         StoryReadOptions options;
         options.pieceSize = pieceSize;
         EXPECT_EQ(FirstText(ReadStoryFromMemory(GetParam().bytes, "s", options)), GetParam().text) << pieceSize;
@@ -97,7 +97,7 @@ void PrintTo(const RefusedCase& c, std::ostream* stream) {
 class RefusedStory : public ::testing::TestWithParam<RefusedCase> {};
 
 TEST_P(RefusedStory, SaysWhereAndWhy) {
-    for (const std::size_t pieceSize : {1, 64 * 1024}) {
+    for (const std::size_t pieceSize : {1U, 65536U}) {
         StoryReadOptions options;
         options.pieceSize = pieceSize;
         try {
