@@ -51,6 +51,24 @@ void MarkHour(NameRuns& name, std::size_t run) {
     }
 }
 
+bool IsPairOfDigits(const NameRuns& name, std::size_t run) {
+    return IsLoneNumber(name, run) && name.Length(run) == 2;
+}
+
+// "12-02_01_02_03_04": of five pairs the first, which something else separates, is a take and not of the timecode.
+bool IsBeforeTimecode(const NameRuns& name, std::size_t run) {
+    const std::string_view separator = name.Separator(run + 1);
+    const bool isTake = run > 0 && !name[run].glued && name.Separator(run) != separator;
+    if (!isTake) {
+        return false;
+    }
+    std::size_t end = run + 1;
+    while (end <= run + 5 && IsPairOfDigits(name, end) && name.Separator(end) == separator) {
+        ++end;
+    }
+    return end == run + 5;
+}
+
 void MarkTriples(NameRuns& name) {
     for (std::size_t run = 0; run + 2 < name.size(); ++run) {
         if (!IsLoneNumber(name, run) || !IsLoneNumber(name, run + 1) || !IsLoneNumber(name, run + 2) ||
@@ -60,7 +78,7 @@ void MarkTriples(NameRuns& name) {
         if (IsDateWithYear(name, run)) {
             name.MarkNoise(run, run + 3);
             MarkTimeBehindDate(name, run + 3);
-        } else if (AreTwoDigitsEach(name, run)) {
+        } else if (AreTwoDigitsEach(name, run) && !IsBeforeTimecode(name, run)) {
             name.MarkNoise(run, run + 3);
             MarkHour(name, run);
         }

@@ -9,6 +9,11 @@ namespace zonstory {
 
 namespace {
 
+bool IsHeight(std::uint32_t value) {
+    constexpr std::uint32_t kHeights[] = {480, 486, 540, 576, 720, 1080, 1152, 1440, 2160, 4320};
+    return std::binary_search(std::begin(kHeights), std::end(kHeights), value);
+}
+
 // Wider and higher than scenes are counted; 720 and its like are left to the reader of slates.
 bool IsFrameSize(std::uint32_t value) {
     constexpr std::uint32_t kSizes[] = {1080, 1280, 1440, 1920, 2048, 2160, 2560, 2880, 3072,
@@ -30,8 +35,10 @@ void MarkFrameSizes(NameRuns& name) {
             continue;
         }
         const bool times = IsGlued(name, run + 1) && IsWord(name, run + 1, "X") && IsGlued(name, run + 2);
-        const bool lines = IsGlued(name, run + 1) && IsProgressiveOrInterlaced(name, run + 1) && name[run].value >= 480;
-        if (times || lines || (name.Alone(run) && IsFrameSize(name[run].value) && !IsAfterSceneWord(name, run))) {
+        const bool lines =
+            IsGlued(name, run + 1) && IsProgressiveOrInterlaced(name, run + 1) && IsHeight(name[run].value);
+        const bool size = name.Alone(run) && IsFrameSize(name[run].value);
+        if (times || ((lines || size) && !IsAfterSceneWord(name, run))) {
             name.MarkNoise(run, name.ChunkEnd(run));
         }
     }

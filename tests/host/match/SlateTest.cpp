@@ -65,6 +65,7 @@ INSTANTIATE_TEST_SUITE_P(
         NameCase{"French, accent apart", "Sce\xCC\x80ne 13 prise 3.mov", "13"},
         NameCase{"Spanish", "Escena 13 toma 3.mov", "13"}, NameCase{"Italian", "Scena 13 ciak 3.mov", "13"},
         NameCase{"a scene word makes a frame size a scene", "Sc720 Tk1.mov", "720"},
+        NameCase{"a scene word makes 720P a set-up", "Scene 720P take 2.mov", "720"},
         NameCase{"a take word too", "720_T01.mov", "720"},
         NameCase{"a scene word makes 4K a set-up", "Sc4K Tk1.mov", "4"}));
 
@@ -88,6 +89,7 @@ INSTANTIATE_TEST_SUITE_P(Company, Slate,
                                            NameCase{"frame size and rate", "13A-3_1920x1080_23.976.mov", "13"},
                                            NameCase{"codec", "13A-3_ProRes422_10bit.mov", "13"},
                                            NameCase{"timecode", "13A_T03_01_02_03_04.mov", "13"},
+                                           NameCase{"take in front of a timecode", "13-02_01_02_03_04.mov", "13"},
                                            NameCase{"episode", "S01E02_13A-3.mov", "13"},
                                            NameCase{"day", "Day 3_13A-3.mov", "13"},
                                            NameCase{"version", "13A-3_v2.mov", "13"}));
