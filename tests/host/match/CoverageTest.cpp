@@ -31,7 +31,7 @@ TEST(Coverage, SortsClipsToScenes) {
     EXPECT_THAT(coverage.withoutScene, ElementsAre(8));
 }
 
-// Scene 7 is the third; the second has no number. What was written for place 7 is not there.
+// "002" may be the second scene, which has no number, or the third, whose number is 2.
 TEST(Coverage, PlaceThatIsANumberElsewhereIsAmbiguous) {
     const SceneNumbers story({"1", "", "2"});
     const Coverage coverage = FindCoverage({{"a", "002", ""}, {"b", "2", ""}}, story);
