@@ -14,6 +14,7 @@ template <typename Value>
 void AddChoice(CLI::App& command, const std::string& name, Value& value,
                const std::vector<std::pair<std::string, Value>>& choices, const std::string& description) {
     std::vector<std::string> words;
+    words.reserve(choices.size());
     for (const auto& choice : choices) {
         words.push_back(choice.first);
     }

@@ -19,6 +19,7 @@ int RunClear(const ClearOptions& options, Output& output) {
     std::vector<SelectedClip> clips = SelectClips(options.clips, options.recursive);
     RefuseSharedSidecars(clips, options.batch.clip);
     std::vector<ClipTask> tasks;
+    tasks.reserve(clips.size());
     for (SelectedClip& clip : clips) {
         tasks.push_back({std::move(clip.path), std::move(clip.refusal), "", ClearScene});
     }

@@ -28,6 +28,7 @@ std::vector<SelectedScene> Select(const SceneSelection& selection, const std::ve
         return selection.All();
     }
     std::vector<SelectedScene> scenes;
+    scenes.reserve(names.size());
     for (const std::string& name : names) {
         scenes.push_back(selection.Find(name));
     }
