@@ -19,11 +19,17 @@ const std::string kSection = kBody + ";+section objID=s";
 const std::string kScene = kSection + ";+scene objID=c sceneNumber=7";
 const std::string kParagraph = kScene + ";+paragraph objID=p element=Action";
 
+// A parser that was given a document's events.
+struct ParserAfter : StoryParser {
+    explicit ParserAfter(const std::string& events) {
+        StartDocument();
+        Play(*this, events);
+    }
+};
+
 // "(none)" while no error is recorded.
 std::string ErrorAfter(const std::string& events) {
-    StoryParser parser;
-    parser.StartDocument();
-    Play(parser, events);
+    const ParserAfter parser(events);
     return parser.HasParseError() ? zoncore::UTF16to8(parser.GetParseError()) : "(none)";
 }
 
@@ -32,22 +38,20 @@ const Section& BodySection(const StoryParser& parser) {
 }
 
 TEST(StoryParser, BuildsTheTreeFromEvents) {
-    StoryParser parser;
-    parser.StartDocument();
-    Play(parser, "+Talewright version=1.0.3 documentType=screenplay template=Feature;+metaData; raw ;-metaData;"
-                 "+Tag label=Act1;-Tag;+Tag;-Tag;"
-                 "+document version=2.5;"
-                 "+stream objID=h name=header;+section;-section;-stream;"
-                 "+stream objID=b name=body;+section objID=s;"
-                 "+scene objID=c1 sceneNumber=12A;"
-                 "+paragraph objID=p1 element=SceneHeading shotDuration=0:01:30;"
-                 "+textRun objID=r1;INT. ;-textRun;\n  ;+textRun objID=r2;HOUSE;-textRun;-paragraph;"
-                 "+paragraph objID=p2 element=Dialogue;-paragraph;-scene;"
-                 "+scene;-scene;-section;-stream;"
-                 "+stream name=footer;-stream;"
-                 "+commentStream objID=k name=notes commentAuthor=Ana dependent=true commentAuthorID=9;"
-                 "+section objID=ks;+scene objID=kc;-scene;-section;-commentStream;"
-                 "-document;-Talewright");
+    ParserAfter parser("+Talewright version=1.0.3 documentType=screenplay template=Feature;+metaData; raw ;-metaData;"
+                       "+Tag label=Act1;-Tag;+Tag;-Tag;"
+                       "+document version=2.5;"
+                       "+stream objID=h name=header;+section;-section;-stream;"
+                       "+stream objID=b name=body;+section objID=s;"
+                       "+scene objID=c1 sceneNumber=12A;"
+                       "+paragraph objID=p1 element=SceneHeading shotDuration=0:01:30;"
+                       "+textRun objID=r1;INT. ;-textRun;\n  ;+textRun objID=r2;HOUSE;-textRun;-paragraph;"
+                       "+paragraph objID=p2 element=Dialogue;-paragraph;-scene;"
+                       "+scene;-scene;-section;-stream;"
+                       "+stream name=footer;-stream;"
+                       "+commentStream objID=k name=notes commentAuthor=Ana dependent=true commentAuthorID=9;"
+                       "+section objID=ks;+scene objID=kc;-scene;-section;-commentStream;"
+                       "-document;-Talewright");
     parser.EndDocument();
 
     ASSERT_FALSE(parser.HasParseError());
@@ -93,14 +97,9 @@ TEST(StoryParser, RecordsTheFirstStructuralError) {
     const std::string secondDocument = "We found a Document, but we already had one, are there two?";
     const std::string lostSection = "We found a Section, but it's not part of a Stream or CommentStream?";
     const std::string secondMetaData = "Metadata already exists.  Are there two?";
+    // clang-format off
     const std::pair<std::string, std::string> rows[] = {
         {"+Talewright", wrongVersion},
-        {"+Talewright version=1", wrongVersion + "1"},
-        {"+Talewright version=1.", wrongVersion + "1."},
-        {"+Talewright version=1.00", wrongVersion + "1.00"},
-        {"+Talewright version=01.0", wrongVersion + "01.0"},
-        {"+Talewright version=1..0", wrongVersion + "1..0"},
-        {"+Talewright version=2.0", wrongVersion + "2.0"},
         {"+Talewright version=2.0;+document;+document", wrongVersion + "2.0"},
         {"+Talewright version=1.0.7", "(none)"},
         {"+document", secondDocument},
@@ -109,10 +108,8 @@ TEST(StoryParser, RecordsTheFirstStructuralError) {
         {kRoot + ";+stream name=body", secondStream},
         {kBody + ";+stream name=footer", secondStream},
         {kBody + ";-stream;+stream name=body", "We found a Stream, but it's not part of a BodyStream?"},
-        {kDocument + ";+stream name=header;-stream;+stream name=header",
-         "We found a Header, but it's not part of a HeaderStream?"},
-        {kDocument + ";+stream name=footer;-stream;+stream name=footer",
-         "We found a Footer, but it's not part of a FooterStream?"},
+        {kDocument + ";+stream name=header;-stream;+stream name=header", "We found a Header, but it's not part of a HeaderStream?"},
+        {kDocument + ";+stream name=footer;-stream;+stream name=footer", "We found a Footer, but it's not part of a FooterStream?"},
         {kDocument + ";+stream name=Body;-stream;+stream name=Body", "(none)"},
         {kDocument + ";+section", lostSection},
         {kSection + ";-section;+section", lostSection},
@@ -128,8 +125,12 @@ TEST(StoryParser, RecordsTheFirstStructuralError) {
         {"+Tag label=early;-Tag;" + kRoot, "(none)"},
         {kRoot + ";+styles;+unknown;-unknown;-styles;+document", "(none)"},
     };
+    // clang-format on
     for (const auto& [events, error] : rows) {
         EXPECT_EQ(ErrorAfter(events), error) << events;
+    }
+    for (const std::string version : {"1", "1.", "1.00", "01.0", "1..0", "2.0"}) {
+        EXPECT_EQ(ErrorAfter("+Talewright version=" + version), wrongVersion + version);
     }
 }
 
@@ -147,9 +148,7 @@ TEST(StoryParser, TellsTheKindOfAParagraph) {
 }
 
 TEST(StoryParser, AnErrorStopsBuildingUntilTheNextDocument) {
-    StoryParser parser;
-    parser.StartDocument();
-    Play(parser, kScene);
+    ParserAfter parser(kScene);
     parser.SetParseError(u"disk on fire");
     Play(parser, "+paragraph element=Action;+scene;+document");
     EXPECT_EQ(parser.GetParseError(), u"disk on fire");
@@ -167,61 +166,46 @@ TEST(StoryParser, AnErrorStopsBuildingUntilTheNextDocument) {
 TEST(StoryParser, JoinsTextHoweverItIsCut) {
     const UString text = u"Caf\u00E9 \U0001F3AC fermo.";
     for (const std::size_t size : {text.size(), std::size_t{1}, text.size() / 2}) {
-        StoryParser parser;
-        parser.StartDocument();
-        Play(parser, kParagraph + ";+textRun");
+        ParserAfter parser(kParagraph + ";+textRun");
         for (std::size_t i = 0; i < text.size(); i += size) {
             parser.Characters(text.substr(i, size));
         }
-        Play(parser, "-textRun");
+        parser.EndElement(u"textRun");
         EXPECT_EQ(BodySection(parser).scenes[0]->paragraphs[0]->textRuns[0]->text, text) << size;
     }
 }
 
 TEST(StoryParser, ARunKeepsItsFirstText) {
-    StoryParser parser;
-    parser.StartDocument();
-    Play(parser, kParagraph + ";+textRun;one;-textRun;two;-textRun;+textRun;dropped;+b;kept;-b;-textRun");
+    ParserAfter parser(kParagraph + ";+textRun;one;-textRun;two;-textRun;+textRun;dropped;+b;kept;-b;-textRun");
     const Paragraph& paragraph = *BodySection(parser).scenes[0]->paragraphs[0];
     EXPECT_EQ(paragraph.textRuns[0]->text, u"one");
     EXPECT_EQ(paragraph.textRuns[1]->text, u"kept");
 }
 
 TEST(StoryParser, SecondRootReplacesTheFirst) {
-    StoryParser parser;
-    parser.StartDocument();
-    Play(parser, kRoot + ";+document;-document;" + kRoot);
+    ParserAfter parser(kRoot + ";+document;-document;" + kRoot);
     EXPECT_FALSE(parser.HasParseError());
     EXPECT_EQ(parser.GetStory()->document, nullptr);
 }
 
 TEST(StoryParser, EachHeadingSetsTheDurationAnew) {
-    StoryParser parser;
-    parser.StartDocument();
-    Play(parser, kScene + ";+paragraph element=SceneHeading shotDuration=1:0;-paragraph;"
-                          "+paragraph element=Action shotDuration=9:9;-paragraph");
+    ParserAfter parser(kScene + ";+paragraph element=SceneHeading shotDuration=1:0;-paragraph;"
+                                "+paragraph element=Action shotDuration=9:9;-paragraph");
     EXPECT_EQ(BodySection(parser).scenes[0]->shotDuration, u"1:0");
     Play(parser, "+paragraph element=SceneHeading");
     EXPECT_EQ(BodySection(parser).scenes[0]->shotDuration, u"");
 }
 
 TEST(StoryParser, AUnnamedStreamVanishesWithItsScenes) {
-    StoryParser parser;
-    parser.StartDocument();
-    Play(parser, kDocument + ";+stream name=Body;+section;+scene;+paragraph;+textRun;x;-textRun;-paragraph;-scene;"
-                             "-section;-stream");
+    ParserAfter parser(kDocument +
+                       ";+stream name=Body;+section;+scene;+paragraph;+textRun;x;-textRun;-paragraph;-scene;"
+                       "-section;-stream");
     EXPECT_FALSE(parser.HasParseError());
     EXPECT_EQ(parser.GetStory()->document->body, nullptr);
 }
 
 TEST(StoryParser, ASceneOutlivesTheParserAndTheRoot) {
-    boost::intrusive_ptr<Scene> scene;
-    {
-        StoryParser parser;
-        parser.StartDocument();
-        Play(parser, kParagraph + ";+textRun;still here;-textRun");
-        scene = BodySection(parser).scenes[0];
-    }
+    const auto scene = BodySection(ParserAfter(kParagraph + ";+textRun;still here;-textRun")).scenes[0];
     EXPECT_EQ(scene->paragraphs[0]->textRuns[0]->text, u"still here");
 }
 

@@ -1,7 +1,5 @@
 #include <cstdlib>
 #include <filesystem>
-#include <set>
-#include <string>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -47,14 +45,6 @@ protected:
         return support::ValueOf(GetActionFromXMP, xmp);
     }
 
-    std::set<std::string> FileNames() const {
-        std::set<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(mFolder.Path())) {
-            names.insert(entry.path().filename());
-        }
-        return names;
-    }
-
     support::TemporaryFolder mFolder;
     boost::intrusive_ptr<Talewright> mStory{new Talewright};
     UString mReport = u"before";
@@ -76,7 +66,7 @@ TEST_F(StoryTraversal, ReportsVersionsAndWhatIsMissing) {
 
     EXPECT_FALSE(TraverseStory(nullptr, mReport));
     EXPECT_EQ(mReport, u"Talewright Ptr is NULL");
-    EXPECT_TRUE(FileNames().empty());
+    EXPECT_TRUE(support::NamesIn(mFolder.Path()).empty());
 }
 
 TEST_F(StoryTraversal, DumpsEachSceneAndLetsCommentsOverwriteTheBody) {
@@ -85,7 +75,7 @@ TEST_F(StoryTraversal, DumpsEachSceneAndLetsCommentsOverwriteTheBody) {
     AddComments(MakeSection({MakeScene({{kAction, u"comment one"}})}));
     AddComments(nullptr);
     ASSERT_TRUE(TraverseStory(mStory, mReport));
-    EXPECT_EQ(FileNames(), (std::set<std::string>{Dump(1).filename(), Dump(3).filename()}));
+    EXPECT_EQ(support::NamesIn(mFolder.Path()), (std::vector<std::string>{Dump(1).filename(), Dump(3).filename()}));
     EXPECT_EQ(ActionIn(Dump(1)), "comment one");
     EXPECT_EQ(ActionIn(Dump(3)), "three");
 }

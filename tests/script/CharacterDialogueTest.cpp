@@ -1,6 +1,3 @@
-#include <string>
-#include <vector>
-
 #include <gtest/gtest.h>
 
 #include <zonstoryparser/Story.h>
@@ -10,28 +7,21 @@
 namespace {
 
 using namespace zonstoryparser;
-using support::Lines;
 
 TEST(CharacterDialogue, ClosesAPairOnlyWithASpeaker) {
-    struct Row {
-        UString character, dialogue, characterAfter, dialogueAfter;
-        std::vector<std::string> appended;
+    const std::tuple<UString, UString, UString, std::vector<std::string>> rows[] = {
+        {u"", u"Hi", u"Hi", {"ANN: First."}},
+        {u"BOB", u"", u"", {"ANN: First."}},
+        {u"BOB", u"Hi", u"", {"ANN: First.", "BOB: Hi"}},
     };
-    const Row rows[] = {
-        {u"", u"Hi", u"", u"Hi", {}},
-        {u"BOB", u"", u"", u"", {}},
-        {u"BOB", u"Hi", u"", u"", {"BOB: Hi"}},
-    };
-    for (const Row& row : rows) {
-        UString character = row.character;
-        UString dialogue = row.dialogue;
+    for (const auto& [speaker, speech, speechAfter, listAfter] : rows) {
+        UString character = speaker;
+        UString dialogue = speech;
         std::vector<CharacterDialogue> list = {{u"ANN", u"First."}};
         PushCharacterDialogue(character, dialogue, list);
-        EXPECT_EQ(character, row.characterAfter);
-        EXPECT_EQ(dialogue, row.dialogueAfter);
-        std::vector<std::string> expected = {"ANN: First."};
-        expected.insert(expected.end(), row.appended.begin(), row.appended.end());
-        EXPECT_EQ(Lines(list), expected);
+        EXPECT_EQ(character, u"");
+        EXPECT_EQ(dialogue, speechAfter);
+        EXPECT_EQ(support::Lines(list), listAfter);
     }
 }
 

@@ -10,15 +10,13 @@ using namespace zonstoryparser;
 using support::MakeParagraph;
 
 TEST(ParagraphText, JoinsRunsAndMarksParagraphBoundaries) {
-    UString text;
-    GetTextRuns(MakeParagraph(kAction, {}), text);
-    EXPECT_EQ(text, u"");
     const auto paragraph = MakeParagraph(kAction, {u"JOHN", u"", u" ENTERS"});
     paragraph->textRuns[1].reset();
-    GetTextRuns(paragraph, text);
-    EXPECT_EQ(text, u"JOHN ENTERS");
-    GetTextRuns(MakeParagraph(kAction, {u" Nothing. "}), text);
-    GetTextRuns(MakeParagraph(kAction, {}), text);
+    UString text;
+    for (const auto& next :
+         {MakeParagraph(kAction, {}), paragraph, MakeParagraph(kAction, {u" Nothing. "}), MakeParagraph(kAction, {})}) {
+        GetTextRuns(next, text);
+    }
     EXPECT_EQ(text, u"JOHN ENTERS   Nothing.   ");
 }
 

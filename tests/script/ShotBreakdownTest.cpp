@@ -63,15 +63,11 @@ TEST(ShotBreakdown, PutsTheWholeSceneIntoOnePacket) {
 }
 
 TEST(ShotBreakdown, NumbersAndNamesScenesThatHaveNone) {
-    struct Row {
-        std::int32_t index;
-        const char* number;
-    };
-    for (const Row& row : {Row{3, "003"}, Row{42, "042"}, Row{1234, "1234"}}) {
-        std::vector<Packet> packets = Packets(MakeScene({{kSceneHeading, u"INT. HOUSE"}}), row.index);
+    for (const auto& [index, number] : {std::pair{3, "003"}, {42, "042"}, {1234, "1234"}}) {
+        std::vector<Packet> packets = Packets(MakeScene({{kSceneHeading, u"INT. HOUSE"}}), index);
         ASSERT_EQ(packets.size(), 1U);
-        EXPECT_EQ(support::ValueOf(GetSceneNumberFromXMP, packets[0].xmp), row.number);
-        EXPECT_EQ(support::ValueOf(GetShotNameFromXMP, packets[0].xmp), std::string("INT - HOUSE - ") + row.number);
+        EXPECT_EQ(support::ValueOf(GetSceneNumberFromXMP, packets[0].xmp), number);
+        EXPECT_EQ(support::ValueOf(GetShotNameFromXMP, packets[0].xmp), std::string("INT - HOUSE - ") + number);
     }
     std::vector<Packet> unheaded = Packets(MakeScene({{kAction, u"Rain."}}, u"9"));
     ASSERT_EQ(unheaded.size(), 1U);
@@ -79,13 +75,12 @@ TEST(ShotBreakdown, NumbersAndNamesScenesThatHaveNone) {
 }
 
 TEST(ShotBreakdown, SomeScenesYieldNoPacket) {
-    EXPECT_TRUE(Packets(MakeScene({})).empty());
-    EXPECT_TRUE(Packets(MakeScene({{kTransition, u"CUT TO:"}})).empty());
-    EXPECT_TRUE(Packets(MakeScene({{kDialog, u"Hello"}})).empty());
-    EXPECT_TRUE(Packets(MakeScene({{kCharacter, u"BOB"}})).empty());
     const auto anonymous = MakeScene({{kAction, u"Rain."}, {kAction, u"Pours."}});
     anonymous->paragraphs[0]->objectID = ObjectID();
-    EXPECT_TRUE(Packets(anonymous).empty());
+    for (const auto& scene : {MakeScene({}), MakeScene({{kTransition, u"CUT TO:"}}), MakeScene({{kDialog, u"Hello"}}),
+                              MakeScene({{kCharacter, u"BOB"}}), anonymous}) {
+        EXPECT_TRUE(Packets(scene).empty());
+    }
 }
 
 TEST(ShotBreakdown, AppendsAndResetsThePerShotAccumulators) {

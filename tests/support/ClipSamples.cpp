@@ -91,13 +91,4 @@ std::string Exiv2Value(const fs::path& file, const std::string& property) {
     return WithoutLineEnd(RunProgram({"exiv2", "-K", property, "-Pv", file.native()}).output);
 }
 
-std::vector<std::string> NamesIn(const fs::path& folder) {
-    std::vector<std::string> names;
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
-        names.push_back(entry.path().filename());
-    }
-    std::sort(names.begin(), names.end());
-    return names;
-}
-
 } // namespace support

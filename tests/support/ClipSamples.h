@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "support/TemporaryFolder.h"
+
 /// Real clips of a second or less, made by ffmpeg when a test asks for them, and what independent programs say of them.
 namespace support {
 
@@ -31,8 +33,5 @@ std::string DecodedDigest(const std::filesystem::path& clip);
 std::string ExifToolValue(const std::filesystem::path& file, const std::string& tag);
 /// The value of a property ("Xmp.dc.source") as exiv2 reads it.
 std::string Exiv2Value(const std::filesystem::path& file, const std::string& property);
-
-/// What a folder holds, sorted, hidden things too.
-std::vector<std::string> NamesIn(const std::filesystem::path& folder);
 
 } // namespace support

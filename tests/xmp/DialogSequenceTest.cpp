@@ -1,9 +1,5 @@
-#include <string>
-#include <vector>
-
 #include <gtest/gtest.h>
 
-#include <zonmetadata/SchemaNamespaces.h>
 #include <zonstoryparser/Story.h>
 
 #include "support/Scenes.h"
@@ -12,9 +8,9 @@ namespace {
 
 using namespace zonstoryparser;
 using support::DialogueOf;
+using support::kScript;
 using support::Lines;
 
-const char* const kScript = zonmetadata::kScriptNamespaceURI;
 constexpr char kArray[] = "dialogSequence";
 
 std::vector<CharacterDialogue> Records(int count) {
@@ -27,7 +23,7 @@ std::vector<CharacterDialogue> Records(int count) {
 }
 
 TEST(DialogSequence, ComesBackEqualAndInOrder) {
-    for (const int count : {0, 1, 2, 3, 7, 8, 9, 1000, 20000}) {
+    for (const int count : {0, 1, 2, 9, 20000}) {
         SXMPMeta xmp;
         ASSERT_TRUE(WriteCharacterDialogueToXMP(Records(count), xmp));
         EXPECT_EQ(xmp.CountArrayItems(kScript, kArray), count);
@@ -42,11 +38,7 @@ TEST(DialogSequence, IsAnOrderedArrayOfStructsAndGrowsAtItsEnd) {
     SXMPMeta xmp;
     WriteCharacterDialogueToXMP(Records(3), xmp);
     WriteCharacterDialogueToXMP(Records(2), xmp);
-    std::vector<CharacterDialogue> expected = Records(3);
-    for (const CharacterDialogue& record : Records(2)) {
-        expected.push_back(record);
-    }
-    EXPECT_EQ(DialogueOf(xmp), Lines(expected));
+    EXPECT_EQ(DialogueOf(xmp), (std::vector<std::string>{"C0: Ä0", "C1: Ä1", "C2: Ä2", "C0: Ä0", "C1: Ä1"}));
     XMP_OptionBits options = 0;
     xmp.GetProperty(kScript, kArray, nullptr, &options);
     EXPECT_EQ(options & kXMP_PropCompositeMask, kXMP_PropValueIsArray | kXMP_PropArrayIsOrdered);

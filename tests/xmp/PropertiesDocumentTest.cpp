@@ -1,9 +1,8 @@
 #include <algorithm>
 #include <fstream>
+#include <regex>
 #include <set>
-#include <sstream>
 #include <string>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -25,22 +24,15 @@ TEST(PropertiesDocument, NamesEveryPropertyWithItsFunctions) {
         "DeleteCharacterDialogueFromXMP",
     };
     std::ifstream document(PROPERTIES_DOCUMENT);
-    std::set<std::string> rows;
+    const std::regex row("\\| (xmp\\w+) \\| (\\w+) (?:\\|[^|]*){2}\\| (.*) \\| (.*) \\| (.*) \\|");
+    std::set<std::string> found;
     for (std::string line; std::getline(document, line);) {
-        std::vector<std::string> cells;
-        std::istringstream stream(line);
-        for (std::string cell; std::getline(stream, cell, '|');) {
-            const std::size_t first = cell.find_first_not_of(" `");
-            const std::size_t last = cell.find_last_not_of(" `");
-            cells.push_back(first == std::string::npos ? "" : cell.substr(first, last + 1 - first));
-        }
-        if (cells.size() > 7 && cells[1].rfind("xmp", 0) == 0) {
-            std::string row = cells[1] + '|' + cells[2] + '|' + cells[5] + '|' + cells[6] + '|' + cells[7];
-            row.erase(std::remove(row.begin(), row.end(), '`'), row.end());
-            rows.insert(row);
+        line.erase(std::remove(line.begin(), line.end(), '`'), line.end());
+        if (std::smatch cells; std::regex_match(line, cells, row)) {
+            found.insert(cells.format("$1|$2|$3|$4|$5"));
         }
     }
-    EXPECT_EQ(rows, expected);
+    EXPECT_EQ(found, expected);
 }
 
 } // namespace

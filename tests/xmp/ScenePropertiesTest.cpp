@@ -1,8 +1,5 @@
-#include <string>
-
 #include <gtest/gtest.h>
 
-#include <zonmetadata/SchemaNamespaces.h>
 #include <zonstoryparser/Story.h>
 
 #include "support/Scenes.h"
@@ -10,20 +7,9 @@
 namespace {
 
 using namespace zonstoryparser;
+using support::kDynamicMedia;
+using support::kScript;
 using support::ValueOf;
-
-const char* const kScript = zonmetadata::kScriptNamespaceURI;
-const char* const kDynamicMedia = zonmetadata::kDynamicMediaNamespaceURI;
-
-bool WriteSetting(const UString& value, SXMPMeta& xmp) {
-    return WriteSceneHeadingToXMP(value, {}, {}, xmp);
-}
-bool WriteLocation(const UString& value, SXMPMeta& xmp) {
-    return WriteSceneHeadingToXMP({}, value, {}, xmp);
-}
-bool WriteTimeOfDay(const UString& value, SXMPMeta& xmp) {
-    return WriteSceneHeadingToXMP({}, {}, value, xmp);
-}
 
 struct SimpleProperty {
     const char* schemaNS;
@@ -32,16 +18,22 @@ struct SimpleProperty {
     bool (*read)(SXMPMeta&, XMP_OptionBits*, std::string*);
     bool (*remove)(SXMPMeta&);
     bool storesEmptyText;
+    bool isStory; ///< Whether it makes a clip one that carries a story.
 };
 
+// clang-format off
 const SimpleProperty kSimpleProperties[] = {
-    {kScript, "sceneSetting", WriteSetting, GetSceneSettingFromXMP, DeleteSceneHeadingFromXMP, false},
-    {kDynamicMedia, "shotLocation", WriteLocation, GetShotLocationFromXMP, DeleteSceneHeadingFromXMP, false},
-    {kScript, "sceneTimeOfDay", WriteTimeOfDay, GetSceneTimeOfDayFromXMP, DeleteSceneHeadingFromXMP, false},
-    {kDynamicMedia, "scene", WriteSceneNumberToXMP, GetSceneNumberFromXMP, DeleteSceneNumberFromXMP, true},
-    {kDynamicMedia, "shotName", WriteShotNameToXMP, GetShotNameFromXMP, DeleteShotNameFromXMP, false},
-    {kScript, "action", WriteActionToXMP, GetActionFromXMP, DeleteActionFromXMP, false},
+    {kScript, "sceneSetting", [](auto& text, auto& xmp) { return WriteSceneHeadingToXMP(text, {}, {}, xmp); },
+        GetSceneSettingFromXMP, DeleteSceneHeadingFromXMP, false, true},
+    {kDynamicMedia, "shotLocation", [](auto& text, auto& xmp) { return WriteSceneHeadingToXMP({}, text, {}, xmp); },
+        GetShotLocationFromXMP, DeleteSceneHeadingFromXMP, false, true},
+    {kScript, "sceneTimeOfDay", [](auto& text, auto& xmp) { return WriteSceneHeadingToXMP({}, {}, text, xmp); },
+        GetSceneTimeOfDayFromXMP, DeleteSceneHeadingFromXMP, false, true},
+    {kDynamicMedia, "scene", WriteSceneNumberToXMP, GetSceneNumberFromXMP, DeleteSceneNumberFromXMP, true, false},
+    {kDynamicMedia, "shotName", WriteShotNameToXMP, GetShotNameFromXMP, DeleteShotNameFromXMP, false, false},
+    {kScript, "action", WriteActionToXMP, GetActionFromXMP, DeleteActionFromXMP, false, true},
 };
+// clang-format on
 
 TEST(SceneProperties, AreWrittenReadAndDeletedWhereTheyBelong) {
     for (const SimpleProperty& property : kSimpleProperties) {
@@ -58,6 +50,7 @@ TEST(SceneProperties, AreWrittenReadAndDeletedWhereTheyBelong) {
         EXPECT_EQ(stored, "Caf\xC3\xA9 \xF0\x9F\x8E\xAC\n2");
         EXPECT_EQ(options, 0U);
         EXPECT_EQ(ValueOf(property.read, xmp), stored);
+        EXPECT_EQ(HasAnyStoryRelatedMetadata(xmp), property.isStory);
 
         EXPECT_TRUE(property.write(u"", xmp));
         EXPECT_EQ(ValueOf(property.read, xmp), property.storesEmptyText ? "" : stored);
@@ -82,14 +75,6 @@ TEST(SceneProperties, ReportAToolkitFailureAsFalse) {
         EXPECT_EQ(untouched, "untouched");
         EXPECT_EQ(options, 7U);
     }
-}
-
-TEST(SceneProperties, AHeadingStopsAtTheFirstRefusal) {
-    SXMPMeta xmp;
-    EXPECT_FALSE(WriteSceneHeadingToXMP(u"INT", u"\uFFFE", u"DAY", xmp));
-    EXPECT_EQ(ValueOf(GetSceneSettingFromXMP, xmp), "INT");
-    EXPECT_EQ(ValueOf(GetShotLocationFromXMP, xmp), "(none)");
-    EXPECT_EQ(ValueOf(GetSceneTimeOfDayFromXMP, xmp), "(none)");
 }
 
 TEST(SceneProperties, TheShotNumberIsReadAndDeletedButNeverWritten) {
