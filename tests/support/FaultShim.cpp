@@ -65,7 +65,7 @@ bool Counts(const char* call, const char* subject) {
 }
 
 // A call on a terminal, a pipe or the log of a test is no change of a file.
-bool CountsOn(const char* call, int descriptor) {
+bool Counts(const char* call, int descriptor) {
     struct stat status {};
     if (::fstat(descriptor, &status) != 0 || (!S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode))) {
         return false;
@@ -90,7 +90,7 @@ bool MakesFiles(int flags) {
     static auto* const next = Next<decltype(::name)>(#name);                                                           \
     return next(__VA_ARGS__)
 
-#define ON_NAME(type, name, subject, parameters, ...)                                                                  \
+#define FAILABLE(type, name, subject, parameters, ...)                                                                 \
     extern "C" type name parameters {                                                                                  \
         if (Counts(#name, subject)) {                                                                                  \
             return -1;                                                                                                 \
@@ -98,16 +98,8 @@ bool MakesFiles(int flags) {
         FORWARD(name, __VA_ARGS__);                                                                                    \
     }
 
-#define ON_DESCRIPTOR(type, name, descriptor, parameters, ...)                                                         \
-    extern "C" type name parameters {                                                                                  \
-        if (CountsOn(#name, descriptor)) {                                                                             \
-            return -1;                                                                                                 \
-        }                                                                                                              \
-        FORWARD(name, __VA_ARGS__);                                                                                    \
-    }
-
-#define OPENING(name)                                                                                                  \
-    extern "C" int name(const char* path, int flags, ...) {                                                            \
+#define FAILABLE_OPENING(name, parameters, ...)                                                                        \
+    extern "C" int name parameters {                                                                                   \
         va_list rest;                                                                                                  \
         va_start(rest, flags);                                                                                         \
         const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(rest, mode_t) : 0;                                         \
@@ -115,63 +107,50 @@ bool MakesFiles(int flags) {
         if (MakesFiles(flags) && Counts(#name, path)) {                                                                \
             return -1;                                                                                                 \
         }                                                                                                              \
-        FORWARD(name, path, flags, mode);                                                                              \
-    }
-#define OPENING_AT(name)                                                                                               \
-    extern "C" int name(int folder, const char* path, int flags, ...) {                                                \
-        va_list rest;                                                                                                  \
-        va_start(rest, flags);                                                                                         \
-        const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(rest, mode_t) : 0;                                         \
-        va_end(rest);                                                                                                  \
-        if (MakesFiles(flags) && Counts(#name, path)) {                                                                \
-            return -1;                                                                                                 \
-        }                                                                                                              \
-        FORWARD(name, folder, path, flags, mode);                                                                      \
+        FORWARD(name, __VA_ARGS__, flags, mode);                                                                       \
     }
 
 // NOLINTBEGIN: the system's own declarations
-OPENING(open)
-OPENING(open64)
-OPENING_AT(openat)
-OPENING_AT(openat64)
-ON_NAME(int, creat, path, (const char* path, mode_t mode), path, mode)
-ON_NAME(int, mkdir, path, (const char* path, mode_t mode) noexcept, path, mode)
-ON_NAME(int, mkdirat, path, (int folder, const char* path, mode_t mode) noexcept, folder, path, mode)
-ON_NAME(int, rmdir, path, (const char* path) noexcept, path)
-ON_NAME(int, unlink, path, (const char* path) noexcept, path)
-ON_NAME(int, unlinkat, path, (int folder, const char* path, int flags) noexcept, folder, path, flags)
-ON_NAME(int, rename, to, (const char* from, const char* to) noexcept, from, to)
-ON_NAME(int, renameat, to, (int a, const char* from, int b, const char* to) noexcept, a, from, b, to)
-ON_NAME(int, renameat2, to, (int a, const char* from, int b, const char* to, unsigned flags) noexcept, a, from, b, to,
-        flags)
-ON_NAME(int, link, to, (const char* from, const char* to) noexcept, from, to)
-ON_NAME(int, symlink, to, (const char* from, const char* to) noexcept, from, to)
-ON_NAME(int, truncate, path, (const char* path, off_t size) noexcept, path, size)
-ON_NAME(int, chmod, path, (const char* path, mode_t mode) noexcept, path, mode)
-ON_DESCRIPTOR(ssize_t, write, file, (int file, const void* bytes, size_t count), file, bytes, count)
-ON_DESCRIPTOR(ssize_t, pwrite, file, (int file, const void* bytes, size_t count, off_t at), file, bytes, count, at)
-ON_DESCRIPTOR(ssize_t, pwrite64, file, (int file, const void* bytes, size_t count, off64_t at), file, bytes, count, at)
-ON_DESCRIPTOR(ssize_t, copy_file_range, to,
-              (int from, off64_t* fromAt, int to, off64_t* toAt, size_t count, unsigned flags), from, fromAt, to, toAt,
-              count, flags)
-ON_DESCRIPTOR(int, ftruncate, file, (int file, off_t size) noexcept, file, size)
-ON_DESCRIPTOR(int, ftruncate64, file, (int file, off64_t size) noexcept, file, size)
-ON_DESCRIPTOR(int, fsync, file, (int file), file)
-ON_DESCRIPTOR(int, fdatasync, file, (int file), file)
-ON_DESCRIPTOR(int, sync_file_range, file, (int file, off64_t at, off64_t count, unsigned flags), file, at, count, flags)
-ON_DESCRIPTOR(int, fchmod, file, (int file, mode_t mode) noexcept, file, mode)
-ON_DESCRIPTOR(int, fchown, file, (int file, uid_t user, gid_t group) noexcept, file, user, group)
-ON_DESCRIPTOR(int, fsetxattr, file, (int file, const char* name, const void* value, size_t size, int flags) noexcept,
-              file, name, value, size, flags)
-ON_DESCRIPTOR(int, futimens, file, (int file, const struct timespec times[2]) noexcept, file, times)
-ON_DESCRIPTOR(int, flock, file, (int file, int operation) noexcept, file, operation)
+// clang-format off
+FAILABLE_OPENING(open, (const char* path, int flags, ...), path)
+FAILABLE_OPENING(open64, (const char* path, int flags, ...), path)
+FAILABLE_OPENING(openat, (int folder, const char* path, int flags, ...), folder, path)
+FAILABLE_OPENING(openat64, (int folder, const char* path, int flags, ...), folder, path)
+FAILABLE(int, creat, path, (const char* path, mode_t mode), path, mode)
+FAILABLE(int, mkdir, path, (const char* path, mode_t mode) noexcept, path, mode)
+FAILABLE(int, mkdirat, path, (int folder, const char* path, mode_t mode) noexcept, folder, path, mode)
+FAILABLE(int, rmdir, path, (const char* path) noexcept, path)
+FAILABLE(int, unlink, path, (const char* path) noexcept, path)
+FAILABLE(int, unlinkat, path, (int folder, const char* path, int flags) noexcept, folder, path, flags)
+FAILABLE(int, rename, to, (const char* from, const char* to) noexcept, from, to)
+FAILABLE(int, renameat, to, (int a, const char* from, int b, const char* to) noexcept, a, from, b, to)
+FAILABLE(int, renameat2, to, (int a, const char* from, int b, const char* to, unsigned flags) noexcept, a, from, b, to, flags)
+FAILABLE(int, link, to, (const char* from, const char* to) noexcept, from, to)
+FAILABLE(int, symlink, to, (const char* from, const char* to) noexcept, from, to)
+FAILABLE(int, truncate, path, (const char* path, off_t size) noexcept, path, size)
+FAILABLE(int, chmod, path, (const char* path, mode_t mode) noexcept, path, mode)
+FAILABLE(ssize_t, write, file, (int file, const void* bytes, size_t count), file, bytes, count)
+FAILABLE(ssize_t, pwrite, file, (int file, const void* bytes, size_t count, off_t at), file, bytes, count, at)
+FAILABLE(ssize_t, pwrite64, file, (int file, const void* bytes, size_t count, off64_t at), file, bytes, count, at)
+FAILABLE(ssize_t, copy_file_range, to, (int from, off64_t* fromAt, int to, off64_t* toAt, size_t count, unsigned flags), from, fromAt, to, toAt, count, flags)
+FAILABLE(int, ftruncate, file, (int file, off_t size) noexcept, file, size)
+FAILABLE(int, ftruncate64, file, (int file, off64_t size) noexcept, file, size)
+FAILABLE(int, fsync, file, (int file), file)
+FAILABLE(int, fdatasync, file, (int file), file)
+FAILABLE(int, sync_file_range, file, (int file, off64_t at, off64_t count, unsigned flags), file, at, count, flags)
+FAILABLE(int, fchmod, file, (int file, mode_t mode) noexcept, file, mode)
+FAILABLE(int, fchown, file, (int file, uid_t user, gid_t group) noexcept, file, user, group)
+FAILABLE(int, fsetxattr, file, (int file, const char* name, const void* value, size_t size, int flags) noexcept, file, name, value, size, flags)
+FAILABLE(int, futimens, file, (int file, const struct timespec times[2]) noexcept, file, times)
+FAILABLE(int, flock, file, (int file, int operation) noexcept, file, operation)
+// clang-format on
 
 extern "C" int ioctl(int file, unsigned long request, ...) noexcept {
     va_list rest;
     va_start(rest, request);
     void* const argument = va_arg(rest, void*);
     va_end(rest);
-    if (CountsOn("ioctl", file)) {
+    if (Counts("ioctl", file)) {
         return -1;
     }
     FORWARD(ioctl, file, request, argument);

@@ -4,25 +4,16 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
-#include <gmock/gmock.h>
-
-#include "clip/Clip.h"
+#include "Source.h"
 #include "clip/Interrupt.h"
 #include "clip/Replacement.h"
-#include "support/ClipSamples.h"
 #include "support/RunProgram.h"
-#include "support/TemporaryFolder.h"
 
 namespace {
 
 namespace fs = std::filesystem;
+using support::SetSource;
 using testing::ElementsAre;
-
-constexpr const char* kDublinCore = "http://purl.org/dc/elements/1.1/";
-
-void SetSource(SXMPMeta& xmp) {
-    xmp.SetProperty(kDublinCore, "source", "v");
-}
 
 struct stat StatusOf(const fs::path& file) {
     struct stat status {};
@@ -46,9 +37,7 @@ TEST_F(ClipReplacement, KeepsModeOwnerAttributesAndTime) {
     const struct timespec times[] = {{1000, 5}, {2000, 7}};
     ASSERT_EQ(::utimensat(AT_FDCWD, mClip.c_str(), times, 0), 0);
     const struct stat before = StatusOf(mClip);
-    zonstory::ClipOptions options;
-    options.preserveTime = true;
-    EXPECT_THAT(zonstory::UpdateClip(mClip, options, &SetSource).notes, ElementsAre());
+    EXPECT_THAT(zonstory::UpdateClip(mClip, {.preserveTime = true}, SetSource()).notes, ElementsAre());
     const struct stat after = StatusOf(mClip);
     EXPECT_NE(after.st_ino, before.st_ino);
     EXPECT_EQ(after.st_mode, before.st_mode);
@@ -64,7 +53,7 @@ TEST_F(ClipReplacement, KeepsModeOwnerAttributesAndTime) {
 TEST_F(ClipReplacement, FollowsLinksAndKeepsThem) {
     fs::create_directory(mFolder / "elsewhere");
     fs::create_symlink("../front.mov", mFolder / "elsewhere" / "link.mov");
-    const zonstory::UpdateResult result = zonstory::UpdateClip(mFolder / "elsewhere" / "link.mov", {}, &SetSource);
+    const zonstory::UpdateResult result = zonstory::UpdateClip(mFolder / "elsewhere" / "link.mov", {}, SetSource());
     EXPECT_EQ(result.file, fs::canonical(mClip));
     EXPECT_TRUE(fs::is_symlink(mFolder / "elsewhere" / "link.mov"));
     EXPECT_THAT(support::NamesIn(mFolder / "elsewhere"), ElementsAre("link.mov"));
@@ -73,7 +62,7 @@ TEST_F(ClipReplacement, FollowsLinksAndKeepsThem) {
 
 TEST_F(ClipReplacement, TellsOfOtherHardLinks) {
     fs::create_hard_link(mClip, mFolder / "other.mov");
-    EXPECT_THAT(zonstory::UpdateClip(mClip, {}, &SetSource).notes,
+    EXPECT_THAT(zonstory::UpdateClip(mClip, {}, SetSource()).notes,
                 ElementsAre(testing::HasSubstr("1 other hard link")));
     EXPECT_TRUE(support::ReadFile(mFolder / "other.mov") == mOld);
 }
@@ -134,13 +123,12 @@ TEST_F(ClipReplacement, WhatTheChangeThrowsLeavesNothing) {
 
 // In a process of its own, since an interrupt is for good.
 TEST_F(ClipReplacement, InterruptLeavesTheOldClipAndNothingElse) {
-    const auto interrupt = [](SXMPMeta& xmp) {
-        SetSource(xmp);
-        zonstory::RequestInterrupt();
-    };
     const auto run = [&] {
         try {
-            zonstory::UpdateClip(mClip, {}, interrupt);
+            zonstory::UpdateClip(mClip, {}, [](SXMPMeta& xmp) {
+                SetSource()(xmp);
+                zonstory::RequestInterrupt();
+            });
         } catch (const zonstory::ClipInterrupted&) {
             std::_Exit(3);
         }
@@ -160,55 +148,45 @@ TEST(ConcurrentThreads, WorkOnDifferentClips) {
     }
     constexpr int kRounds = 20;
     std::vector<std::future<void>> threads;
-    threads.reserve(clips.size());
     for (const fs::path& clip : clips) {
         threads.push_back(std::async(std::launch::async, [&clip] {
             for (int round = 1; round <= kRounds; ++round) {
-                zonstory::UpdateClip(
-                    clip, {}, [&](SXMPMeta& xmp) { xmp.SetProperty(kDublinCore, "source", std::to_string(round)); });
+                zonstory::UpdateClip(clip, {}, SetSource(std::to_string(round)));
             }
         }));
     }
-    for (std::future<void>& thread : threads) {
-        EXPECT_NO_THROW(thread.get());
-    }
-    for (const fs::path& clip : clips) {
-        std::string value;
-        zonstory::ReadClip(clip, {}).xmp.GetProperty(kDublinCore, "source", &value, nullptr);
-        EXPECT_EQ(value, std::to_string(kRounds)) << clip;
+    for (std::size_t index = 0; index < clips.size(); ++index) {
+        EXPECT_NO_THROW(threads[index].get());
+        EXPECT_EQ(support::SourceOf(clips[index]), std::to_string(kRounds)) << clips[index];
     }
 }
-
-class ConcurrentRuns : public testing::TestWithParam<const char*> {};
 
 // Each run sets a property of its own; one that read before another wrote would undo it.
-TEST_P(ConcurrentRuns, LoseNoUpdate) {
-    const support::TemporaryFolder folder;
-    const fs::path clip = support::MakeClip(folder.Path(), support::SampleNamed(GetParam()));
+TEST(ConcurrentRuns, LoseNoUpdate) {
     const std::vector<std::string> properties = {"coverage", "format", "identifier", "source", "relation", "type"};
-    constexpr int kRounds = 5;
-    for (int round = 0; round < kRounds; ++round) {
-        std::vector<support::RunningProgram> runs;
-        runs.reserve(properties.size());
-        for (const std::string& property : properties) {
-            runs.emplace_back(std::vector<std::string>{CLIP_DRIVER, clip.native(), "own" + property,
-                                                       property + std::to_string(round)});
+    for (const char* name : {"MovIndexInFront", "Wav", "Mkv"}) {
+        const support::TemporaryFolder folder;
+        const fs::path clip = support::MakeClip(folder.Path(), support::SampleNamed(name));
+        constexpr int kRounds = 5;
+        for (int round = 0; round < kRounds; ++round) {
+            std::vector<support::RunningProgram> runs;
+            for (const std::string& property : properties) {
+                runs.emplace_back(std::vector<std::string>{CLIP_DRIVER, clip.native(), "own" + property,
+                                                           property + std::to_string(round)});
+            }
+            for (support::RunningProgram& run : runs) {
+                const support::ProgramResult result = run.Wait();
+                EXPECT_EQ(result.exitCode, 0) << result.output;
+            }
+            const SXMPMeta xmp = zonstory::ReadClip(clip, {}).xmp;
+            for (const std::string& property : properties) {
+                std::string value;
+                xmp.GetProperty(support::kDublinCore, ("own" + property).c_str(), &value, nullptr);
+                EXPECT_EQ(value, property + std::to_string(round));
+            }
         }
-        for (support::RunningProgram& run : runs) {
-            const support::ProgramResult result = run.Wait();
-            EXPECT_EQ(result.exitCode, 0) << result.output;
-        }
-        const SXMPMeta xmp = zonstory::ReadClip(clip, {}).xmp;
-        for (const std::string& property : properties) {
-            std::string value;
-            xmp.GetProperty(kDublinCore, ("own" + property).c_str(), &value, nullptr);
-            EXPECT_EQ(value, property + std::to_string(round));
-        }
+        EXPECT_EQ(support::NamesIn(folder.Path()).size(), support::SampleNamed(name).isInside ? 1U : 2U);
     }
-    EXPECT_EQ(support::NamesIn(folder.Path()).size(), support::SampleNamed(GetParam()).isInside ? 1U : 2U);
 }
-
-INSTANTIATE_TEST_SUITE_P(Targets, ConcurrentRuns, testing::Values("MovIndexInFront", "Wav", "Mkv"),
-                         [](const auto& sample) { return std::string(sample.param); });
 
 } // namespace

@@ -1,30 +1,22 @@
-#include <gmock/gmock.h>
-
-#include "clip/Clip.h"
 #include "clip/Sidecar.h"
+#include "Source.h"
 #include "clip/SidecarConflicts.h"
-#include "support/ClipSamples.h"
-#include "support/TemporaryFolder.h"
 
 namespace {
 
 namespace fs = std::filesystem;
+using support::SetSource;
 using testing::ElementsAre;
 using zonstory::ClipOptions;
-using zonstory::SidecarName;
 
-constexpr const char* kDublinCore = "http://purl.org/dc/elements/1.1/";
 constexpr const char* kSidecarOfAnotherMaker = R"(<?xml version="1.0"?>
 <x:xmpmeta xmlns:x="adobe:ns:meta/"><rdf:RDF xmlns:rdf="http://www.w3.org/1999/02/22-rdf-syntax-ns#">
 <rdf:Description rdf:about="" xmlns:cam="http://example.org/camera/" cam:Lens="35mm"><cam:Look><rdf:Seq><rdf:li>LogC</rdf:li>
 </rdf:Seq></cam:Look></rdf:Description></rdf:RDF></x:xmpmeta>)";
 
-ClipOptions Named(SidecarName name, bool force = false) {
-    ClipOptions options;
-    options.sidecarName = name;
-    options.forceSidecar = force;
-    return options;
-}
+const ClipOptions kShort = {};
+const ClipOptions kFull = {.sidecarName = zonstory::SidecarName::Full};
+const ClipOptions kForced = {.forceSidecar = true};
 
 class Sidecar : public testing::Test {
 protected:
@@ -35,40 +27,33 @@ protected:
     }
 
     zonstory::UpdateResult Update(const fs::path& clip, const ClipOptions& options, const std::string& value = "v") {
-        return zonstory::UpdateClip(clip, options,
-                                    [&](SXMPMeta& xmp) { xmp.SetProperty(kDublinCore, "source", value); });
+        return zonstory::UpdateClip(clip, options, SetSource(value));
     }
 
     support::TemporaryFolder mFolder;
 };
 
-TEST_F(Sidecar, WhicheverNameExistsIsUpdated) {
+TEST_F(Sidecar, WhicheverNameExistsIsUpdatedAndKeepsWhatAnotherMakerWrote) {
     const fs::path clip = Clip("A.mkv");
-    EXPECT_EQ(Update(clip, Named(SidecarName::Full)).file.filename(), "A.mkv.xmp");
-    EXPECT_EQ(Update(clip, Named(SidecarName::Short), "w").file.filename(), "A.mkv.xmp");
+    EXPECT_EQ(Update(clip, kFull).file.filename(), "A.mkv.xmp");
+    EXPECT_EQ(Update(clip, kShort, "w").file.filename(), "A.mkv.xmp");
     support::WriteFile(mFolder / "A.xmp", kSidecarOfAnotherMaker);
-    const zonstory::UpdateResult both = Update(clip, Named(SidecarName::Short), "x");
+    const zonstory::UpdateResult both = Update(clip, kShort, "x");
     EXPECT_EQ(both.file.filename(), "A.xmp");
     EXPECT_THAT(both.notes, ElementsAre(testing::HasSubstr("A.mkv.xmp was left alone")));
-    EXPECT_EQ(Update(clip, Named(SidecarName::Full), "y").file.filename(), "A.mkv.xmp");
-}
-
-TEST_F(Sidecar, KeepsWhatAnotherMakerWrote) {
-    const fs::path clip = Clip("A.mkv");
-    support::WriteFile(mFolder / "A.xmp", kSidecarOfAnotherMaker);
-    Update(clip, {});
-    EXPECT_EQ(support::ExifToolValue(mFolder / "A.xmp", "XMP-cam:Lens"), "35mm");
-    EXPECT_EQ(support::ExifToolValue(mFolder / "A.xmp", "XMP-cam:Look"), "LogC");
-    EXPECT_EQ(support::Exiv2Value(mFolder / "A.xmp", "Xmp.dc.source"), "v");
+    EXPECT_EQ(support::ExifToolValue(both.file, "XMP-cam:Lens"), "35mm");
+    EXPECT_EQ(support::ExifToolValue(both.file, "XMP-cam:Look"), "LogC");
+    EXPECT_EQ(support::Exiv2Value(both.file, "Xmp.dc.source"), "x");
+    EXPECT_EQ(Update(clip, kFull, "y").file.filename(), "A.mkv.xmp");
 }
 
 TEST_F(Sidecar, ForcedLeavesTheClipAlone) {
     const fs::path clip = support::MakeClip(mFolder.Path(), support::SampleNamed("Wav"));
     const std::string bytes = support::ReadFile(clip);
-    EXPECT_EQ(Update(clip, Named(SidecarName::Short, true)).target, zonstory::Target::Sidecar);
+    EXPECT_EQ(Update(clip, kForced).target, zonstory::Target::Sidecar);
     EXPECT_TRUE(support::ReadFile(clip) == bytes);
-    EXPECT_FALSE(zonstory::ReadClip(clip, {}).xmp.DoesPropertyExist(kDublinCore, "source"));
-    EXPECT_TRUE(zonstory::ReadClip(clip, Named(SidecarName::Short, true)).hasXMP);
+    EXPECT_EQ(support::SourceOf(clip), "");
+    EXPECT_TRUE(zonstory::ReadClip(clip, kForced).hasXMP);
 }
 
 TEST_F(Sidecar, LinkIsFollowedAndKept) {
@@ -88,58 +73,43 @@ struct ConflictCase {
     ClipOptions options;
     std::vector<std::string> conflicts;
 };
-void PrintTo(const ConflictCase& c, std::ostream* stream) {
-    *stream << c.name;
-}
 
-class SidecarConflicts : public testing::TestWithParam<ConflictCase> {};
+// clang-format off
+const ConflictCase kConflicts[] = {
+    {"two",              {"A.mxf", "A.mkv", "B.mkv"}, {"A.mxf", "B.mkv", "A.mkv"}, kShort, {"A.mxf A.mkv A.xmp"}},
+    {"three",            {"A.mxf", "A.mkv", "A.ts"}, {"A.ts", "A.mxf", "A.mkv"}, kShort, {"A.ts A.mxf A.xmp", "A.ts A.mkv A.xmp"}},
+    {"full names",       {"A.mxf", "A.mkv"}, {"A.mxf", "A.mkv"}, kFull, {}},
+    {"but a short one",  {"A.mxf", "A.mkv", "A.xmp"}, {"A.mxf", "A.mkv"}, kFull, {"A.mxf A.mkv A.xmp"}},
+    {"one inside",       {"A.mxf", "A.wav"}, {"A.mxf", "A.wav"}, kShort, {}},
+    {"both forced",      {"A.mxf", "A.wav"}, {"A.mxf", "A.wav"}, kForced, {"A.mxf A.wav A.xmp"}},
+    {"earlier run",      {"A.mxf", "A.mkv"}, {"A.mkv"}, kShort, {"A.mkv A.mxf A.xmp"}},
+    {"neighbour inside", {"A.mxf", "A.wav"}, {"A.mxf"}, kForced, {}},
+    {"same clip twice",  {"A.mxf"}, {"A.mxf", "A.mxf"}, kShort, {}},
+    {"missing",          {"A.mxf"}, {"A.mxf", "A.mkv"}, kShort, {}},
+};
+// clang-format on
 
-TEST_P(SidecarConflicts, NameBothClips) {
-    const support::TemporaryFolder folder;
-    for (const std::string& file : GetParam().files) {
-        if (file.ends_with(".wav")) {
-            fs::rename(support::MakeClip(folder.Path(), support::SampleNamed("Wav")), folder / file);
-        } else {
-            support::WriteFile(folder / file, file.ends_with(".xmp") ? kSidecarOfAnotherMaker : "media of " + file);
+TEST(SidecarConflicts, NameBothClips) {
+    for (const ConflictCase& c : kConflicts) {
+        const support::TemporaryFolder folder;
+        for (const std::string& file : c.files) {
+            if (file.ends_with(".wav")) {
+                fs::rename(support::MakeClip(folder.Path(), support::SampleNamed("Wav")), folder / file);
+            } else {
+                support::WriteFile(folder / file, file.ends_with(".xmp") ? kSidecarOfAnotherMaker : "media of " + file);
+            }
         }
+        std::vector<fs::path> clips;
+        for (const std::string& name : c.asked) {
+            clips.push_back(folder / name);
+        }
+        std::vector<std::string> found;
+        for (const auto& conflict : zonstory::SidecarConflicts(clips, c.options)) {
+            found.push_back(conflict.first.filename().native() + ' ' + conflict.second.filename().native() + ' ' +
+                            conflict.sidecar.filename().native());
+        }
+        EXPECT_EQ(found, c.conflicts) << c.name;
     }
-    std::vector<fs::path> clips;
-    for (const std::string& name : GetParam().asked) {
-        clips.push_back(folder / name);
-    }
-    std::vector<std::string> found;
-    for (const auto& conflict : zonstory::SidecarConflicts(clips, GetParam().options)) {
-        found.push_back(conflict.first.filename().native() + ' ' + conflict.second.filename().native() + ' ' +
-                        conflict.sidecar.filename().native());
-    }
-    EXPECT_EQ(found, GetParam().conflicts);
 }
-
-const ClipOptions kShort = Named(SidecarName::Short);
-const ClipOptions kFull = Named(SidecarName::Full);
-const ClipOptions kForced = Named(SidecarName::Short, true);
-
-INSTANTIATE_TEST_SUITE_P(
-    Folders, SidecarConflicts,
-    testing::Values(
-        ConflictCase{"Two", {"A.mxf", "A.mkv", "B.mkv"}, {"A.mxf", "B.mkv", "A.mkv"}, kShort, {"A.mxf A.mkv A.xmp"}},
-        ConflictCase{"FullNames", {"A.mxf", "A.mkv"}, {"A.mxf", "A.mkv"}, kFull, {}},
-        ConflictCase{"FullNamesButAShortOneExists",
-                     {"A.mxf", "A.mkv", "A.xmp"},
-                     {"A.mxf", "A.mkv"},
-                     kFull,
-                     {"A.mxf A.mkv A.xmp"}},
-        ConflictCase{"OneIsWrittenInside", {"A.mxf", "A.wav"}, {"A.mxf", "A.wav"}, kShort, {}},
-        ConflictCase{"BothForced", {"A.mxf", "A.wav"}, {"A.mxf", "A.wav"}, kForced, {"A.mxf A.wav A.xmp"}},
-        ConflictCase{"NeighbourOfAnEarlierRun", {"A.mxf", "A.mkv"}, {"A.mkv"}, kShort, {"A.mkv A.mxf A.xmp"}},
-        ConflictCase{"NeighbourWrittenInside", {"A.mxf", "A.wav"}, {"A.mxf"}, kForced, {}},
-        ConflictCase{"SameClipTwice", {"A.mxf"}, {"A.mxf", "A.mxf"}, kShort, {}},
-        ConflictCase{"Three",
-                     {"A.mxf", "A.mkv", "A.ts"},
-                     {"A.ts", "A.mxf", "A.mkv"},
-                     kShort,
-                     {"A.ts A.mxf A.xmp", "A.ts A.mkv A.xmp"}},
-        ConflictCase{"Missing", {"A.mxf"}, {"A.mxf", "A.mkv"}, kShort, {}}),
-    [](const auto& sample) { return std::string(sample.param.name); });
 
 } // namespace
