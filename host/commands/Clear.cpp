@@ -21,7 +21,7 @@ int RunClear(const ClearOptions& options, Output& output) {
     std::vector<ClipTask> tasks;
     tasks.reserve(clips.size());
     for (SelectedClip& clip : clips) {
-        tasks.push_back({std::move(clip.path), std::move(clip.refusal), "", ClearScene});
+        tasks.push_back({std::move(clip.path), std::move(clip.refusal), std::nullopt, "", ClearScene});
     }
     return RunBatch(tasks, options.batch, kWords, output);
 }

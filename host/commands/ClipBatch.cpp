@@ -56,6 +56,11 @@ ClipRecord WorkOn(const ClipTask& task, const ClipOptions& options) {
         record.reason = task.refusal;
         return record;
     }
+    if (task.unmatched) {
+        record.result = ClipResult::Unmatched;
+        record.reason = *task.unmatched;
+        return record;
+    }
     try {
         Update(task, options, record);
     } catch (const ClipInterrupted&) {
@@ -85,6 +90,9 @@ void Print(const ClipRecord& record, const BatchOptions& options, const BatchWor
     if (record.result == ClipResult::Failed) {
         return output.Error(record.clip.string() + ": " + record.reason);
     }
+    if (record.result == ClipResult::Unmatched) {
+        return output.Warning(record.clip.string() + ": not written: " + record.reason);
+    }
     if (record.result == ClipResult::NotDone) {
         return;
     }
@@ -101,7 +109,7 @@ void Print(const ClipRecord& record, const BatchOptions& options, const BatchWor
 }
 
 std::string Summary(const std::vector<ClipRecord>& records, const BatchOptions& options, const BatchWords& words) {
-    std::array<std::size_t, 5> counts{};
+    std::array<std::size_t, 6> counts{};
     for (const ClipRecord& record : records) {
         ++counts[static_cast<std::size_t>(record.result)];
     }
@@ -109,16 +117,24 @@ std::string Summary(const std::vector<ClipRecord>& records, const BatchOptions& 
     const ClipResult done = options.clip.dryRun ? ClipResult::Would : ClipResult::Done;
     std::string summary = fmt::format("{} {}, {} unchanged, {} failed", count(done), ResultWord(done, words),
                                       count(ClipResult::Unchanged), count(ClipResult::Failed));
+    if (count(ClipResult::Unmatched) > 0) {
+        summary += fmt::format(", {} without a scene", count(ClipResult::Unmatched));
+    }
     if (count(ClipResult::NotDone) > 0) {
         summary += fmt::format(", {} not done", count(ClipResult::NotDone));
     }
     return summary;
 }
 
-bool HasFailure(const std::vector<ClipRecord>& records) {
-    return std::any_of(records.begin(), records.end(), [](const ClipRecord& record) {
-        return record.result == ClipResult::Failed || record.result == ClipResult::NotDone;
-    });
+int ExitCodeOf(const std::vector<ClipRecord>& records) {
+    const auto has = [&](ClipResult result) {
+        return std::any_of(records.begin(), records.end(),
+                           [result](const ClipRecord& record) { return record.result == result; });
+    };
+    if (has(ClipResult::Failed) || has(ClipResult::NotDone)) {
+        return kSomeFailed;
+    }
+    return has(ClipResult::Unmatched) ? kUnmatched : kDone;
 }
 
 } // namespace
@@ -139,7 +155,7 @@ int RunBatch(const std::vector<ClipTask>& tasks, const BatchOptions& options, co
     if (!options.report.empty()) {
         WriteClipReport(options.report, records, words);
     }
-    return HasFailure(records) ? kSomeFailed : kDone;
+    return ExitCodeOf(records);
 }
 
 } // namespace zonstory

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,10 +17,11 @@ namespace zonstory {
 /// One clip and what is to be done to it.
 struct ClipTask {
     std::filesystem::path clip;
-    std::string refusal; ///< Why nothing is done; empty where something is.
-    std::string scene;   ///< The number that is written; empty for `clear`.
-    std::function<std::vector<zonmetadata::Path>(SXMPMeta&)>
-        change; ///< Called on any thread. Returns what may have changed.
+    std::string refusal;                  ///< Why nothing can be done, which is a failure; empty where something is.
+    std::optional<std::string> unmatched; ///< Why no scene was found, so that the clip is left alone.
+    std::string scene;                    ///< The number that is written; empty for `clear`.
+    /// Called on any thread. Returns what may have changed.
+    std::function<std::vector<zonmetadata::Path>(SXMPMeta&)> change;
 };
 
 struct BatchOptions {

@@ -8,16 +8,16 @@
 
 namespace zonstory {
 
-enum class ClipResult { Done, Unchanged, Would, Failed, NotDone };
+enum class ClipResult { Done, Unchanged, Would, Failed, Unmatched, NotDone };
 
 /// What became of one clip.
 struct ClipRecord {
     std::filesystem::path clip;
     std::string scene;
     ClipResult result = ClipResult::NotDone;
-    Target target = Target::Inside; ///< Means nothing where the clip failed or was not done.
-    std::filesystem::path file;     ///< The file that holds the metadata; empty where the clip failed or was not done.
-    std::string reason;             ///< Of a failure.
+    Target target = Target::Inside; ///< Means nothing where no file was looked at.
+    std::filesystem::path file;     ///< The file that holds the metadata; empty where none was looked at.
+    std::string reason;             ///< Of a failure, or why no scene was found.
     std::vector<std::string> notes;
     std::vector<std::string> changedPaths;
 };

@@ -64,6 +64,8 @@ std::string ResultWord(ClipResult result, const BatchWords& words) {
         return words.would;
     case ClipResult::Failed:
         return "failed";
+    case ClipResult::Unmatched:
+        return "unmatched";
     case ClipResult::NotDone:
         break;
     }

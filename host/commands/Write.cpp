@@ -1,6 +1,7 @@
 #include "commands/Write.h"
 
-#include <algorithm>
+#include <optional>
+#include <string>
 #include <unordered_map>
 #include <utility>
 
@@ -12,7 +13,6 @@
 #include "commands/Toolkit.h"
 #include "commands/UsageError.h"
 #include "output/CsvReader.h"
-#include "output/ExitCode.h"
 #include "story/SceneContent.h"
 #include "story/StoryReader.h"
 
@@ -22,9 +22,9 @@ namespace {
 
 constexpr BatchWords kWords = {"written", "would be written"};
 
-// A clip that is refused has no scene when matching.
-ClipTask MakeTask(SelectedClip clip, const SelectedScene& scene) {
-    return {std::move(clip.path), std::move(clip.refusal),
+// A clip that is refused, or for which no scene was found, has none.
+ClipTask MakeTask(SelectedClip clip, const SelectedScene& scene, std::optional<std::string> unmatched) {
+    return {std::move(clip.path), std::move(clip.refusal), std::move(unmatched),
             scene.scene ? zoncore::UTF16to8(NumberToWrite(*scene.scene, scene.position)) : std::string(),
             [scene](SXMPMeta& xmp) { return WriteScene(scene, xmp); }};
 }
@@ -49,7 +49,7 @@ void CheckUsage(const WriteOptions& options) {
 struct Selection {
     std::vector<SelectedClip> clips;
     std::vector<SelectedScene> scenes;
-    bool isWhole = true; ///< Every clip that was asked for has a scene.
+    std::vector<std::optional<std::string>> unmatched; ///< Why no scene was found for a clip; none where one was.
 };
 
 Selection SelectForOneScene(const WriteOptions& options, const SceneSelection& scenes) {
@@ -92,14 +92,10 @@ Selection SelectByMatch(const WriteOptions& options, const SceneSelection& scene
     const std::vector<SelectedScene> all = scenes.All();
     Selection selection;
     for (ClipMatch& match : matches.clips) {
-        const bool isRefused = !match.clip.refusal.empty();
-        if (isRefused || match.IsSettled()) {
-            selection.scenes.push_back(isRefused ? SelectedScene() : all[*match.decision.scene]);
-            selection.clips.push_back(std::move(match.clip));
-        } else {
-            output.Warning(fmt::format("{}: not written: {}", match.clip.path.string(), match.decision.reason));
-            selection.isWhole = false;
-        }
+        const bool isUnmatched = match.clip.refusal.empty() && !match.IsSettled();
+        selection.scenes.push_back(match.IsSettled() ? all[*match.decision.scene] : SelectedScene());
+        selection.unmatched.push_back(isUnmatched ? std::optional(match.decision.reason) : std::nullopt);
+        selection.clips.push_back(std::move(match.clip));
     }
     output.Note(Summary(matches));
     return selection;
@@ -120,13 +116,15 @@ int RunWrite(const WriteOptions& options, Output& output) {
     const SceneSelection scenes(*story.root);
     const Toolkit toolkit;
     Selection selection = Select(options, scenes, output);
+    selection.unmatched.resize(selection.clips.size());
     RefuseSharedSidecars(selection.clips, options.batch.clip);
     std::vector<ClipTask> tasks;
+    tasks.reserve(selection.clips.size());
     for (std::size_t index = 0; index < selection.clips.size(); ++index) {
-        tasks.push_back(MakeTask(std::move(selection.clips[index]), selection.scenes[index]));
+        tasks.push_back(MakeTask(std::move(selection.clips[index]), selection.scenes[index],
+                                 std::move(selection.unmatched[index])));
     }
-    const int exitCode = RunBatch(tasks, options.batch, kWords, output);
-    return exitCode == kDone && !selection.isWhole ? kUnmatched : exitCode;
+    return RunBatch(tasks, options.batch, kWords, output);
 }
 
 } // namespace zonstory

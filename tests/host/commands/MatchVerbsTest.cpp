@@ -134,11 +134,13 @@ TEST_F(MatchVerbs, WriteMatchWritesWhatIsSure) {
     const ZonstoryResult sure = mZonstory.Run({"write", "s.skrx", "--match", "--min-confidence", "high", "c"});
     EXPECT_EQ(sure.exitCode, 4);
     EXPECT_EQ(sure.out, "c/12A-3.mov: written, scene 12A\n");
-    const ZonstoryResult usual = mZonstory.Run({"write", "s.skrx", "--match", "c"});
+    const ZonstoryResult usual = mZonstory.Run({"write", "s.skrx", "--match", "c", "--report", "r.csv"});
     EXPECT_EQ(usual.exitCode, 4);
     EXPECT_EQ(usual.out, "c/1-2.mov: written, scene 1\nc/12A-3.mov: unchanged, scene 12A\n");
     EXPECT_THAT(usual.err, AllOf(HasSubstr("c/Sc1_Sc2.mov: not written: between 1 and 2"),
                                  HasSubstr("c/2 men.mov: not written: perhaps 2")));
+    EXPECT_THAT(usual.err, HasSubstr("1 written, 1 unchanged, 0 failed, 2 without a scene"));
+    EXPECT_THAT(support::ReadFile(mZonstory / "r.csv"), HasSubstr("c/Sc1_Sc2.mov,,,,unmatched,between 1 and 2"));
     EXPECT_EQ(support::ReadFile(mZonstory / "c/Sc1_Sc2.mov"), untouched);
     EXPECT_EQ(ExifToolValue(mZonstory / "c/1-2.mov", "XMP-xmpDM:Scene"), "1");
 
