@@ -1,5 +1,7 @@
 #include "commands/Write.h"
 
+#include <algorithm>
+#include <array>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -30,8 +32,8 @@ ClipTask MakeTask(SelectedClip clip, const SelectedScene& scene, std::optional<s
 }
 
 void CheckUsage(const WriteOptions& options) {
-    const int ways = !options.scene.empty() + !options.map.empty() + options.isMatching;
-    if (ways != 1) {
+    const std::array ways = {!options.scene.empty(), !options.map.empty(), options.isMatching};
+    if (std::count(ways.begin(), ways.end(), true) != 1) {
         throw UsageError("zonstory: write needs --scene SCENE CLIP... or --map FILE or --match CLIP...");
     }
     if (!options.isMatching && !options.match.logs.empty()) {

@@ -46,12 +46,13 @@ private:
     Slate Surroundings(std::size_t at) const;
     Marker MarkerInFront(std::size_t at, std::string_view& prefix, std::string_view& apart) const;
     Take FindTake(std::size_t at) const;
+    Take FindFarTake() const;
     bool IsBoundToNext(std::size_t at) const;
     bool IsChain(std::size_t at) const;
     bool IsBareTake(std::size_t slate, std::size_t at) const;
     bool IsSetUpApart(std::size_t at) const;
     bool IsJoinedToNext(std::size_t at) const;
-    std::size_t NextNumber(std::size_t joined) const;
+    std::size_t NextNumber(std::size_t at) const;
     bool IsSeason(const Slate& slate) const;
     bool IsWhole(const Slate& slate) const;
     bool HasLetters(const Slate& slate) const;

@@ -107,7 +107,12 @@ SlateReader::Take SlateReader::FindTake(std::size_t at) const {
         }
         noise = noise || atom.kind == Kind::Noise;
     }
-    take.setUp = {};
+    return FindFarTake();
+}
+
+// "7_roll2_take4": a take that no slate has used, wherever it stands.
+SlateReader::Take SlateReader::FindFarTake() const {
+    Take take;
     for (std::size_t far = 0; far < mAtoms.size(); ++far) {
         if (mAtoms[far].kind == Kind::Take && !mUsed[far]) {
             take.kind = TakeKind::Far;

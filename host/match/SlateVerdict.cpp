@@ -115,7 +115,7 @@ SlateReader::Verdict SlateReader::JudgeAlone(const Slate& slate) const {
     }
     const SlateAtom& atom = mAtoms[slate.at];
     const SlateAtom* const before = slate.at > 0 ? &mAtoms[slate.at - 1] : nullptr;
-    const bool behindNoise = before && before->kind == Kind::Noise; // whose take it may be
+    const bool behindNoise = before != nullptr && before->kind == Kind::Noise; // whose take it may be
     const bool behindNumber = behindNoise && mName[before->begin].digits;
     const bool counter =
         mLooseDigits || behindNoise || (mName.StartsWithZero(atom.number) && mName.Length(atom.number) >= 4);

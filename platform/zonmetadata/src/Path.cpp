@@ -11,8 +11,9 @@ namespace zonmetadata {
 Path::Path(SharedText schemaNamespace, zoncore::UTF8String propertyPath)
     : mSchemaNamespace(std::move(schemaNamespace)), mPropertyPath(std::move(propertyPath)) {}
 
-Path::Path(Path&& other) noexcept
-    : mSchemaNamespace(other.mSchemaNamespace), mPropertyPath(std::move(other.mPropertyPath)) {
+// The schema is shared and not taken, so that `other` is left whole.
+Path::Path(Path&& other) noexcept : mPropertyPath(std::move(other.mPropertyPath)) {
+    mSchemaNamespace = other.mSchemaNamespace;
     other.mPropertyPath.clear();
 }
 
