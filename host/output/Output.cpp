@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <system_error>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "output/SafeText.h"
@@ -27,6 +28,13 @@ bool EnvironmentAllowsColor() {
     return noColor == nullptr || *noColor == '\0';
 }
 
+bool IsSameFile(std::FILE* left, std::FILE* right) {
+    struct stat leftStatus {};
+    struct stat rightStatus {};
+    return ::fstat(::fileno(left), &leftStatus) == 0 && ::fstat(::fileno(right), &rightStatus) == 0 &&
+           leftStatus.st_dev == rightStatus.st_dev && leftStatus.st_ino == rightStatus.st_ino;
+}
+
 void Print(std::FILE* stream, std::string_view text) {
     std::fwrite(text.data(), 1, text.size(), stream);
 }
@@ -35,7 +43,7 @@ void Print(std::FILE* stream, std::string_view text) {
 
 Output::Output(std::FILE* results, std::FILE* messages)
     : mResults(results), mMessages(messages), mResultsOnTerminal(IsTerminal(results)),
-      mMessagesOnTerminal(IsTerminal(messages)) {}
+      mMessagesOnTerminal(IsTerminal(messages)), mIsOneFile(IsSameFile(results, messages)) {}
 
 Output::~Output() {
     EndProgress();
@@ -85,9 +93,7 @@ void Output::EndProgress() {
 
 bool Output::Finish() {
     EndProgress();
-    if (std::fflush(mResults) != 0 && mWriteError == 0) {
-        mWriteError = errno;
-    }
+    FlushResults();
     if (mWriteError == 0) {
         return true;
     }
@@ -97,8 +103,8 @@ bool Output::Finish() {
 
 void Output::PrintMessage(std::string_view color, std::string_view line) {
     EndProgress();
-    if (mResultsOnTerminal) {
-        std::fflush(mResults); // both streams on one screen: in the order of printing
+    if (mIsOneFile) {
+        FlushResults(); // read together, they are to stand in the order of printing
     }
     const bool isColored = !color.empty() && mAllowsColor && mMessagesOnTerminal && EnvironmentAllowsColor();
     std::string text = SafeLine(line);
@@ -106,6 +112,12 @@ void Output::PrintMessage(std::string_view color, std::string_view line) {
         text = std::string(color) + text + std::string(kPlain);
     }
     Print(mMessages, text + '\n');
+}
+
+void Output::FlushResults() {
+    if (std::fflush(mResults) != 0 && mWriteError == 0) {
+        mWriteError = errno;
+    }
 }
 
 void Output::Write(std::string_view text) {

@@ -47,11 +47,13 @@ public:
 private:
     void PrintMessage(std::string_view color, std::string_view line);
     void Write(std::string_view text);
+    void FlushResults();
 
     std::FILE* mResults;
     std::FILE* mMessages;
     bool mResultsOnTerminal;
     bool mMessagesOnTerminal;
+    bool mIsOneFile; // both streams go to one terminal, file or pipe
     bool mIsQuiet = false;
     bool mAllowsColor = true;
     bool mShowsProgress = false;
