@@ -58,9 +58,9 @@ std::vector<std::string> Split(std::string_view line, char delimiter) {
     return fields;
 }
 
-// ---- Avid log exchange ------------------------------------------------------------------------------------------------
+// ---- ALE --------------------------------------------------------------------------------------------------------------
 
-bool IsAvidLog(std::string_view text) {
+bool IsAle(std::string_view text) {
     Lines lines(text);
     std::string_view line;
     while (lines.Next(line) && Trimmed(line).empty()) {
@@ -160,7 +160,7 @@ std::string ClipLog::Where(const Row& row) const {
 
 ClipLog ReadClipLog(std::string_view bytes, const std::string& name) {
     const std::string text = LogToUTF8(bytes);
-    ClipLog log = IsAvidLog(text) ? ReadAvidLog(text, name) : ReadCsvLog(text, name);
+    ClipLog log = IsAle(text) ? ReadAvidLog(text, name) : ReadCsvLog(text, name);
     log.name = name;
     log.known = FindLogColumns(log.columns);
     if (!log.known.AreEnough()) {

@@ -27,7 +27,7 @@ struct ClipLog {
     std::string Where(const Row& row) const; ///< "day3.csv:12"
 };
 
-/// Reads a log: an Avid log exchange file, or CSV with the columns under their usual names, in any case and order, behind
+/// Reads a log: an ALE file, or CSV with the columns under their usual names, in any case and order, behind
 /// any lines of heading. Encoding and delimiter (comma, semicolon, tab, bar) are found out. All columns are kept.
 /// @param name  The file's, for messages.
 /// @throws CsvError "name:line: reason" when there is no header with a scene and a clip, or a quote is not closed.
