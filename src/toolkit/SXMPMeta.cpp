@@ -197,7 +197,8 @@ XMP_Index SXMPMeta::CountArrayItems(const char* schemaNS, const char* arrayName)
         ThrowToolkitError(kXMPErr_BadXPath, "cannot count the items of", PropertySubject(schemaNS, arrayName));
     }
     const auto hasItem = [&](XMP_Index index) {
-        const std::string path = std::string(arrayName) + '[' + std::to_string(index) + ']';
+        std::string path;
+        SXMPUtils::ComposeArrayItemPath(schemaNS, arrayName, index, &path);
         return DoesPropertyExist(schemaNS, path.c_str());
     };
     XMP_Index present = 0;
