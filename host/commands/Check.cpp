@@ -58,17 +58,10 @@ std::string AsJson(const std::vector<Finding>& findings) {
 }
 
 void Print(const std::vector<Finding>& findings, const CheckOptions& options, Output& output) {
-    switch (options.format) {
-    case Format::Text:
-        output.Result(AsText(findings, options.story == "-" ? "standard input" : options.story));
-        break;
-    case Format::Json:
-        output.Result(AsJson(findings));
-        break;
-    case Format::Csv:
-        output.Result(AsCsv(findings));
-        break;
-    }
+    const std::string name = options.story == "-" ? "standard input" : options.story;
+    output.Result(InFormat(
+        options.format, [&] { return AsText(findings, name); }, [&] { return AsJson(findings); },
+        [&] { return AsCsv(findings); }));
 }
 
 } // namespace

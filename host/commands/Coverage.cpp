@@ -131,15 +131,9 @@ std::string AsJson(const Coverage& coverage, const Records& records, const Scene
 }
 
 std::string AsFormat(Format format, const Coverage& coverage, const Records& records, const SceneNumbers& story) {
-    switch (format) {
-    case Format::Json:
-        return AsJson(coverage, records, story);
-    case Format::Csv:
-        return AsCsv(coverage, records, story);
-    case Format::Text:
-        break;
-    }
-    return AsText(coverage, records, story);
+    return InFormat(
+        format, [&] { return AsText(coverage, records, story); }, [&] { return AsJson(coverage, records, story); },
+        [&] { return AsCsv(coverage, records, story); });
 }
 
 } // namespace

@@ -160,17 +160,8 @@ std::string AsCsv(const StoryFacts& facts) {
 int RunInfo(const InfoOptions& options, Output& output) {
     const Story story = ReadStory(options.story);
     const StoryFacts facts = Describe(*story.root);
-    switch (options.format) {
-    case Format::Text:
-        output.Result(AsText(facts));
-        break;
-    case Format::Json:
-        output.Result(AsJson(facts));
-        break;
-    case Format::Csv:
-        output.Result(AsCsv(facts));
-        break;
-    }
+    output.Result(InFormat(
+        options.format, [&] { return AsText(facts); }, [&] { return AsJson(facts); }, [&] { return AsCsv(facts); }));
     return kDone;
 }
 

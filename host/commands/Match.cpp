@@ -173,15 +173,9 @@ std::string AsJson(const ClipMatches& matches, const SceneNames& names) {
 }
 
 std::string AsFormat(Format format, const ClipMatches& matches, const SceneNames& names) {
-    switch (format) {
-    case Format::Json:
-        return AsJson(matches, names);
-    case Format::Csv:
-        return AsCsv(matches, names);
-    case Format::Text:
-        break;
-    }
-    return AsText(matches, names);
+    return InFormat(
+        format, [&] { return AsText(matches, names); }, [&] { return AsJson(matches, names); },
+        [&] { return AsCsv(matches, names); });
 }
 
 } // namespace

@@ -127,17 +127,8 @@ int RunShow(const ShowOptions& options, Output& output) {
             exitCode = kSomeFailed;
         }
     }
-    switch (options.format) {
-    case Format::Text:
-        output.Result(AsText(scenes));
-        break;
-    case Format::Json:
-        output.Result(AsJson(scenes));
-        break;
-    case Format::Csv:
-        output.Result(AsCsv(scenes));
-        break;
-    }
+    output.Result(InFormat(
+        options.format, [&] { return AsText(scenes); }, [&] { return AsJson(scenes); }, [&] { return AsCsv(scenes); }));
     return exitCode;
 }
 
