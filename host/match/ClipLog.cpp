@@ -125,25 +125,17 @@ Header FindHeader(std::string_view text) {
     return {};
 }
 
-// What the CSV reader takes: it learns the delimiter from a line of its own, and line numbers stay true.
-std::string ForReader(const Header& header) {
-    std::string text = std::string("sep=") + header.delimiter;
-    text.append(std::max<std::size_t>(header.line, 2) - 1, '\n');
-    return text.append(header.rest);
-}
-
 ClipLog ReadCsvLog(std::string_view text, const std::string& name) {
     const Header header = FindHeader(text);
     if (header.line == 0) {
         throw CsvError(name, 1, "no header names a scene column and a clip column");
     }
-    const std::size_t moved = header.line == 1 ? 1 : 0; // the first line had to make room
-    CsvContents contents = ParseCsv(ForReader(header), name);
+    CsvContents contents = ParseCsvPart(header.rest, name, header.delimiter, header.line);
     ClipLog log;
     log.columns = std::move(contents.header.fields);
     log.rows.reserve(contents.rows.size());
     for (CsvRow& row : contents.rows) {
-        log.rows.push_back({row.line - moved, std::move(row.fields)});
+        log.rows.push_back({row.line, std::move(row.fields)});
     }
     return log;
 }

@@ -195,7 +195,11 @@ CsvContents ParseCsv(std::string_view bytes, const std::string& name) {
         text.remove_prefix(LengthOfLine(text));
         ++line;
     }
-    std::vector<CsvRow> rows = RowReader(name, delimiter).Read(text, line);
+    return ParseCsvPart(text, name, delimiter, line);
+}
+
+CsvContents ParseCsvPart(std::string_view text, const std::string& name, char delimiter, std::size_t firstLine) {
+    std::vector<CsvRow> rows = RowReader(name, delimiter).Read(text, firstLine);
     if (rows.empty()) {
         throw CsvError(name, 0, "has no rows");
     }

@@ -37,4 +37,9 @@ CsvContents ReadCsv(const std::string& path);
 /// @throws CsvError
 CsvContents ParseCsv(std::string_view bytes, const std::string& name);
 
+/// Part of a text, of which encoding and delimiter are known already.
+/// @param firstLine  Where the part begins in the whole.
+/// @throws CsvError
+CsvContents ParseCsvPart(std::string_view text, const std::string& name, char delimiter, std::size_t firstLine);
+
 } // namespace zonstory

@@ -91,7 +91,7 @@ TEST(LogErrors, NameTheLine) {
         {"", "day.log:1: no header"},
         {"Lens,Notes\n50,x\n", "day.log:1: no header"},
         {"Clip,Notes\na,x\n", "day.log:1: no header"},
-        {"Clip,Scene\na.mov,12\n\"b.mov,13\n", "day.log:4: a quote"},
+        {"Clip,Scene\na.mov,12\n\"b.mov,13\n", "day.log:3: a quote"},
         {"Heading\n\nFIELD_DELIM\tTABS\n", "day.log:3: no Column section"},
         {"Heading\nColumn\nName\tScene\n", "day.log:3: no Data section"},
         {"Heading\nColumn\nName\tTape\nData\na\tb\n", "day.log: has no scene column"},
