@@ -1,0 +1,102 @@
+// Arbitrary bytes as a log of clips: its encoding, its rows, and what they say of a few clips.
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Require.h"
+#include "TextInvariants.h"
+#include "match/ClipLog.h"
+#include "match/LogIndex.h"
+#include "match/LogText.h"
+#include "output/Csv.h"
+#include "output/CsvReader.h"
+
+namespace {
+
+using namespace zonstory;
+
+constexpr char kName[] = "day:3.csv";
+
+const std::vector<std::string> kClips = {"/rushes/A001/C0001.MP4", "/rushes/A002/C0001.MP4",
+                                         "/rushes/A007C006_160424_R28L.mov", "/rushes/12A-3.mov", "/sound/12A-3.WAV"};
+
+bool IsTrimmed(std::string_view text) {
+    constexpr std::string_view kBlanks = " \t\r\n";
+    return text.empty() || (kBlanks.find(text.front()) == std::string_view::npos &&
+                            kBlanks.find(text.back()) == std::string_view::npos);
+}
+
+void CheckRows(const ClipLog& log, std::size_t lines) {
+    fuzz::RequireRowsInFile(log.rows, 1, lines); // below a header, at least
+    REQUIRE(log.known.AreEnough());
+    for (const ClipLog::Row& row : log.rows) {
+        REQUIRE(log.Where(row) == kName + (":" + std::to_string(row.line)));
+        for (std::size_t column = 0; column < row.fields.size() + 1; ++column) {
+            REQUIRE(IsTrimmed(log.Field(row, column)));
+        }
+    }
+}
+
+// Written as CSV and read again, a log says the same; a header of several lines, or with signs in it, is not looked for.
+void CheckWrittenAgain(const ClipLog& log) {
+    const bool isPlain = std::all_of(log.columns.begin(), log.columns.end(), [](const std::string& column) {
+        return column.find_first_of("\",;|\t\r\n") == std::string::npos;
+    });
+    if (!isPlain) {
+        return;
+    }
+    std::string again = "\xEF\xBB\xBF" + CsvRecord(log.columns);
+    for (const ClipLog::Row& row : log.rows) {
+        again += CsvRecord(row.fields);
+    }
+    const ClipLog reread = ReadClipLog(again, kName);
+    REQUIRE(reread.columns == log.columns);
+    REQUIRE(
+        std::equal(reread.rows.begin(), reread.rows.end(), log.rows.begin(), log.rows.end(),
+                   [](const ClipLog::Row& left, const ClipLog::Row& right) { return left.fields == right.fields; }));
+}
+
+void CheckIndex(const std::vector<ClipLog>& logs, SlateStyle style, std::size_t lines) {
+    static const SceneNumbers story({"1", "2", "12", "12A", "14", "14", ""});
+    const ClipLog& log = logs.front();
+    const LogIndex index(logs, kClips, style);
+    REQUIRE(index.RowsWithoutClip() <= log.rows.size());
+    for (const std::string& problem : index.Problems()) {
+        fuzz::RequireErrorInFile(problem, kName, lines);
+    }
+    for (std::size_t clip = 0; clip < kClips.size(); ++clip) {
+        const std::vector<LogIndex::RowOfLog> rows = index.Rows(clip);
+        const std::vector<Statement> statements = index.Statements(clip);
+        REQUIRE(rows.size() == statements.size());
+        for (std::size_t at = 0; at < rows.size(); ++at) {
+            REQUIRE(rows[at].log == &log && rows[at].row >= log.rows.data() &&
+                    rows[at].row < log.rows.data() + log.rows.size());
+            REQUIRE(!statements[at].text.empty() && statements[at].where == log.Where(*rows[at].row));
+            REQUIRE(statements[at].text == log.Field(*rows[at].row, log.known.scene));
+        }
+        const Decision decision = Decide(statements, story, Confidence::None);
+        REQUIRE(!decision.scene || (*decision.scene < story.size() && !statements.empty()));
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+    const std::string text = LogToUTF8(bytes);
+    REQUIRE(fuzz::IsUTF8(text));
+    const std::size_t lines = fuzz::CountLines(text);
+    try {
+        const std::vector<ClipLog> logs = {ReadClipLog(bytes, kName)};
+        CheckRows(logs.front(), lines);
+        CheckWrittenAgain(logs.front());
+        CheckIndex(logs, SlateStyle::Scene, lines);
+        CheckIndex(logs, SlateStyle::Continuous, lines);
+    } catch (const CsvError& error) {
+        fuzz::RequireErrorInFile(error.what(), kName, lines);
+    }
+    return 0;
+}

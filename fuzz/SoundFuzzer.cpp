@@ -1,0 +1,69 @@
+// Arbitrary bytes as a sound file, and as the chunk in it that notes the scene.
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "Require.h"
+#include "TextInvariants.h"
+#include "match/IXml.h"
+#include "match/RiffChunk.h"
+
+namespace {
+
+using namespace zonstory;
+
+constexpr std::string IXml::*kValues[] = {&IXml::project, &IXml::scene, &IXml::take, &IXml::tape, &IXml::note};
+
+void CheckValue(const std::string& value, std::size_t chunkSize) {
+    constexpr std::string_view kBlanks = " \t\r\n";
+    REQUIRE(fuzz::IsUTF8(value));
+    REQUIRE(value.size() <= 3 * chunkSize); // nothing is expanded
+    REQUIRE(value.empty() || (kBlanks.find(value.front()) == std::string_view::npos &&
+                              kBlanks.find(value.back()) == std::string_view::npos));
+}
+
+bool IsAscii(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return c > 0; });
+}
+
+void CheckIXml(std::string_view chunk) {
+    const std::optional<IXml> whole = ParseIXml(chunk);
+    const std::optional<IXml> padded = ParseIXml(std::string(chunk) + std::string(3, '\0'));
+    REQUIRE(whole.has_value() == padded.has_value());
+    const std::optional<IXml> cut = IsAscii(chunk) ? ParseIXml(chunk.substr(0, chunk.size() / 2)) : std::nullopt;
+    REQUIRE(!cut || whole);
+    for (const auto value : kValues) {
+        if (whole) {
+            CheckValue((*whole).*value, chunk.size());
+            REQUIRE((*whole).*value == (*padded).*value);
+        }
+        if (cut) { // what is whole in front of a fault counts
+            REQUIRE(((*cut).*value).empty() || (*cut).*value == (*whole).*value);
+        }
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view file(reinterpret_cast<const char*>(data), size);
+    std::size_t bytesRead = 0;
+    const auto read = [&](std::uint64_t offset, char* bytes, std::size_t count) {
+        REQUIRE(offset <= size && count <= size - offset);
+        std::memcpy(bytes, data + offset, count);
+        bytesRead += count;
+        return count;
+    };
+    if (const std::optional<std::string> chunk = FindRiffChunk(read, size, "iXML")) {
+        REQUIRE(file.substr(12).find("iXML") != std::string_view::npos);
+        REQUIRE(file.find(*chunk) != std::string_view::npos);
+        CheckIXml(*chunk);
+    }
+    REQUIRE(bytesRead <= 2 * size + 12); // no chunk is read twice, whatever the sizes say
+    CheckIXml(file);
+    return 0;
+}
