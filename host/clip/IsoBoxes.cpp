@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 
 #include "clip/Clip.h"
 
@@ -38,22 +39,15 @@ IsoBox ReadBox(const ByteReader& file, std::uint64_t begin, std::uint64_t end) {
     return {type, begin + header, size - header};
 }
 
-// The tables of media positions, in file order.
-void FindTables(const ByteReader& file, const IsoBox& box, std::vector<IsoBox>& tables) {
+// The tables of media positions, in file order: no deeper than where they belong, however deep a file nests its boxes.
+void FindTables(const ByteReader& file, const IsoBox& box, std::size_t depth, std::vector<IsoBox>& tables) {
+    constexpr std::uint32_t kWay[] = {FourCharacters("trak"), FourCharacters("mdia"), FourCharacters("minf"),
+                                      FourCharacters("stbl")};
     for (const IsoBox& child : ReadIsoBoxes(file, box.offset, box.offset + box.size)) {
-        switch (child.type) {
-        case FourCharacters("trak"):
-        case FourCharacters("mdia"):
-        case FourCharacters("minf"):
-        case FourCharacters("stbl"):
-            FindTables(file, child, tables);
-            break;
-        case kShortTable:
-        case kLongTable:
+        if (depth < std::size(kWay) && child.type == kWay[depth]) {
+            FindTables(file, child, depth + 1, tables);
+        } else if (depth == std::size(kWay) && (child.type == kShortTable || child.type == kLongTable)) {
             tables.push_back(child);
-            break;
-        default:
-            break;
         }
     }
 }
@@ -68,7 +62,7 @@ std::vector<IsoBox> BoxesOfType(const IsoLayout& layout, std::uint32_t type) {
 std::vector<IsoBox> TablesOf(const ByteReader& file, const IsoLayout& layout) {
     std::vector<IsoBox> tables;
     for (const IsoBox& index : BoxesOfType(layout, kIndex)) {
-        FindTables(file, index, tables);
+        FindTables(file, index, 0, tables);
     }
     return tables;
 }

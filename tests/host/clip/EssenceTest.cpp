@@ -159,4 +159,15 @@ TEST(MediaPositions, FollowTheMedia) {
     }
 }
 
+// A file that nests boxes without end is refused or passed over; it used to end the program.
+TEST(MediaPositions, AreSoughtWithinBounds) {
+    std::string index;
+    for (std::size_t boxes = 500'000; boxes > 0; --boxes) {
+        index += Number(8 * boxes, 4, true) + "trak";
+    }
+    const FileOf file(Box("moov", index));
+    const zonstory::IsoLayout layout = zonstory::ReadIsoLayout(file.Reader());
+    EXPECT_NO_THROW(zonstory::RequireSameMediaPositions(file.Reader(), layout, file.Reader(), layout));
+}
+
 } // namespace
