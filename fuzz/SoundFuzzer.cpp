@@ -33,13 +33,13 @@ bool IsAscii(std::string_view text) {
 void CheckIXml(std::string_view chunk) {
     const std::optional<IXml> whole = ParseIXml(chunk);
     const std::optional<IXml> padded = ParseIXml(std::string(chunk) + std::string(3, '\0'));
-    REQUIRE(whole.has_value() == padded.has_value());
+    REQUIRE(!whole || padded); // padding takes nothing away; it may complete a last unit of UTF-16
     const std::optional<IXml> cut = IsAscii(chunk) ? ParseIXml(chunk.substr(0, chunk.size() / 2)) : std::nullopt;
     REQUIRE(!cut || whole);
     for (const auto value : kValues) {
         if (whole) {
             CheckValue((*whole).*value, chunk.size());
-            REQUIRE((*whole).*value == (*padded).*value);
+            REQUIRE(((*whole).*value).empty() || (*whole).*value == (*padded).*value);
         }
         if (cut) { // what is whole in front of a fault counts
             REQUIRE(((*cut).*value).empty() || (*cut).*value == (*whole).*value);
