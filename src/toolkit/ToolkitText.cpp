@@ -4,6 +4,8 @@
 
 #include <boost/nowide/utf/utf.hpp>
 
+#include <zoncore/ASCII.h>
+
 #include "toolkit/ToolkitCall.h"
 
 namespace zonstoryparser {
@@ -16,9 +18,7 @@ void CheckText(const std::string& utf8) {
     namespace utf = boost::nowide::utf;
     const char* position = utf8.data();
     const char* const last = position + utf8.size();
-    while ((position = std::find_if(position, last, [](char byte) {
-                return static_cast<unsigned char>(byte) >= 0x80;
-            })) != last) { // beyond ASCII
+    while ((position = zoncore::EndOfASCII(position, last)) != last) {
         const utf::code_point codePoint = utf::utf_traits<char>::decode(position, last);
         if (codePoint == utf::illegal || codePoint == utf::incomplete) {
             ThrowToolkitError(kXMPErr_BadParam, kOperation, {});

@@ -43,6 +43,18 @@ TEST(UString, EachLengthOfUTF8IsReadAndWritten) {
     }
 }
 
+// ASCII is looked at several characters at a time.
+TEST(UString, OneCharacterBeyondASCIIIsFoundWhereverItStands) {
+    for (std::size_t length = 0; length < 20; ++length) {
+        for (std::size_t at = 0; at <= length; ++at) {
+            const std::string utf8 = std::string(at, 'a') + "\xC2\x80" + std::string(length - at, 'z');
+            const UString utf16 = UString(at, u'a') + u'\u0080' + UString(length - at, u'z');
+            EXPECT_EQ(zoncore::UTF8to16(utf8), utf16);
+            EXPECT_EQ(zoncore::UTF16to8(utf16), utf8);
+        }
+    }
+}
+
 TEST(UString, WhatIsMalformedBecomesReplacementsAndNothingElseIsLost) {
     for (const auto& [utf8, utf16] : kMalformedUTF8) {
         EXPECT_EQ(zoncore::UTF8to16(utf8), utf16) << utf8;

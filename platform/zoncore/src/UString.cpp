@@ -2,9 +2,10 @@
 
 #include <algorithm>
 #include <iterator>
-#include <type_traits>
 
 #include <boost/nowide/utf/utf.hpp>
+
+#include <zoncore/ASCII.h>
 
 namespace zoncore {
 
@@ -25,11 +26,6 @@ const Unit* EndOfMalformedSequence(const Unit* first, const Unit* last) {
     return end;
 }
 
-template <typename Unit>
-bool IsBeyondASCII(Unit unit) {
-    return static_cast<std::make_unsigned_t<Unit>>(unit) >= 0x80;
-}
-
 // Boost's own conversion of a whole string also takes the unit that broke a sequence, and so loses a good character.
 template <typename To, typename From>
 std::basic_string<To> Convert(const std::basic_string<From>& source) {
@@ -39,8 +35,10 @@ std::basic_string<To> Convert(const std::basic_string<From>& source) {
     const From* const last = position + source.size();
     while (position != last) {
         const From* const ascii = position; // most of every script: the same unit in both encodings
-        position = std::find_if(ascii, last, IsBeyondASCII<From>);
-        result.append(ascii, position);
+        position = EndOfASCII(ascii, last);
+        const std::size_t done = result.size();
+        result.resize(done + static_cast<std::size_t>(position - ascii));
+        std::copy(ascii, position, &result[done]);
         if (position == last) {
             break;
         }
