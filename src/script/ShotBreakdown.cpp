@@ -1,5 +1,4 @@
-#include <iomanip>
-#include <sstream>
+#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -14,11 +13,10 @@ namespace {
 
 // 7 becomes "007". The sign counts as one of the three and stands behind the filling, as a stream formats an int.
 UString SceneNumberFromIndex(std::int32_t sceneIndex) {
-    std::ostringstream number;
-    number.imbue(std::locale::classic()); // never the host's digit grouping
-    number << std::setw(3) << std::setfill('0') << sceneIndex;
-    const std::string digits = number.str();
-    return zoncore::AsciiToUTF16(digits.data(), digits.size());
+    constexpr std::size_t kWidth = 3;
+    const std::string digits = std::to_string(sceneIndex);
+    return UString(kWidth - std::min(kWidth, digits.size()), u'0') +
+           zoncore::AsciiToUTF16(digits.data(), digits.size());
 }
 
 // Writes the heading's parts, and joins them for the shot's name.

@@ -1,5 +1,8 @@
 #include "sync/ChangedPaths.h"
 
+#include <algorithm>
+#include <iterator>
+#include <string>
 #include <utility>
 
 namespace zonmetadata {
@@ -14,25 +17,46 @@ void AddIncludePath(std::set<Path>& paths, Path path) {
 
 namespace zonstoryparser {
 
+namespace {
+
+// What stands behind an item's own path. The schema gives every item the same leaves, so one item is asked for all of
+// them; behind a common beginning the order is the same, too.
+std::vector<std::string> LeavesOfAnItem(const zonmetadata::Path& array) {
+    const zonmetadata::Path item = zonmetadata::CreatePathFromArrayItem(array, 1);
+    std::set<zonmetadata::Path> paths;
+    for (zonmetadata::Path& leaf : zonmetadata::DescendantLeafPaths(item)) {
+        zonmetadata::AddIncludePath(paths, std::move(leaf));
+    }
+    std::vector<std::string> leaves;
+    for (const zonmetadata::Path& path : paths) {
+        leaves.push_back(path.PropertyPath().substr(item.PropertyPath().size()));
+    }
+    return leaves;
+}
+
+} // namespace
+
 zonmetadata::Path PathOf(const ScriptProperty& property) {
     return zonmetadata::PathForSchemaNameAndPropertyName(property.schemaNS, property.name);
 }
 
 void AppendHeadingPaths(ChangedPaths& changed) {
-    for (const ScriptProperty& property : {kSceneSettingProperty, kShotLocationProperty, kSceneTimeOfDayProperty}) {
-        changed.push_back(PathOf(property));
-    }
+    static const zonmetadata::Path kPaths[] = {PathOf(kSceneSettingProperty), PathOf(kShotLocationProperty),
+                                               PathOf(kSceneTimeOfDayProperty)};
+    changed.insert(changed.end(), std::begin(kPaths), std::end(kPaths));
 }
 
 void AppendArrayItemLeafPaths(ChangedPaths& changed, const zonmetadata::Path& array, XMP_Index count) {
+    const std::vector<std::string> leaves = LeavesOfAnItem(array);
+    const std::size_t room = changed.size() + static_cast<std::size_t>(std::max(count, 0)) * leaves.size();
+    if (room > changed.capacity()) {
+        changed.reserve(std::max(room, 2 * changed.size())); // at once, and still twofold for call after call
+    }
+    std::string steps;
     for (XMP_Index index = 1; index <= count; ++index) {
-        std::set<zonmetadata::Path> leaves;
-        for (zonmetadata::Path& leaf :
-             zonmetadata::DescendantLeafPaths(zonmetadata::CreatePathFromArrayItem(array, index))) {
-            zonmetadata::AddIncludePath(leaves, std::move(leaf));
-        }
-        while (!leaves.empty()) {
-            changed.push_back(std::move(leaves.extract(leaves.begin()).value()));
+        for (const std::string& leaf : leaves) {
+            steps.assign("[").append(std::to_string(index)).append("]").append(leaf);
+            changed.push_back(zonmetadata::PathBeneath(array, steps));
         }
     }
 }

@@ -16,10 +16,6 @@ constexpr char kActionTextError[] = "$$$/zonstoryparser/ActionTextError=Error wr
 constexpr char kCharacterDialogError[] =
     "$$$/zonstoryparser/CharacterDialogError=Error writing character dialogue to XMP";
 
-XMP_Index CountDialogueItems(const SXMPMeta& xmp) {
-    return xmp.CountArrayItems(kDialogSequenceProperty.schemaNS, kDialogSequenceProperty.name);
-}
-
 // On purpose: a scene without a heading leaves the clip's old heading alone. Held by the tests WriteSceneMetadata.
 bool WriteHeading(const UString& heading, SXMPMeta& xmp, ChangedPaths& changed) {
     if (heading.empty()) {
@@ -48,13 +44,13 @@ bool WriteAction(const UString& action, SXMPMeta& xmp, ChangedPaths& changed) {
 // On purpose: the array's own path is reported when it comes into being and at no other time, not even when it shrinks
 // to nothing; and writing is tried also after a failed delete. Held by the tests WriteSceneMetadata.
 bool RebuildDialogue(const std::vector<CharacterDialogue>& dialogues, SXMPMeta& xmp, ChangedPaths& changed) {
-    const XMP_Index oldCount = CountDialogueItems(xmp);
+    const XMP_Index oldCount = xmp.CountArrayItems(kDialogSequenceProperty.schemaNS, kDialogSequenceProperty.name);
     const bool isDeleted = DeleteCharacterDialogueFromXMP(xmp);
     const bool isWritten = WriteCharacterDialogueToXMP(dialogues, xmp);
     if (!isDeleted || !isWritten) {
         return false;
     }
-    const XMP_Index newCount = CountDialogueItems(xmp);
+    const auto newCount = static_cast<XMP_Index>(dialogues.size()); // the array was made anew, an item a record
     const zonmetadata::Path array = PathOf(kDialogSequenceProperty);
     if (oldCount == 0 && newCount > 0) {
         changed.push_back(array);

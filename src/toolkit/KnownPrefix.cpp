@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <cstring>
+#include <iterator>
 #include <string_view>
 
 #include <zonstoryparser/XMPToolkit.h>
@@ -18,7 +19,8 @@ struct Memory {
     char namespaceURI[120];
     char prefix[40];
 };
-thread_local Memory tMemory;
+thread_local Memory tMemories[3]; // as many as the library has namespaces
+thread_local unsigned tNextMemory;
 
 template <std::size_t Size>
 void Remember(char (&place)[Size], std::string_view text) {
@@ -28,7 +30,7 @@ void Remember(char (&place)[Size], std::string_view text) {
 
 // Longer ones are looked up each time; none in use is.
 bool Fits(std::string_view namespaceURI, std::string_view prefix) {
-    return namespaceURI.size() < sizeof tMemory.namespaceURI && prefix.size() < sizeof tMemory.prefix;
+    return namespaceURI.size() < sizeof Memory::namespaceURI && prefix.size() < sizeof Memory::prefix;
 }
 
 } // namespace
@@ -38,14 +40,17 @@ std::string KnownPrefix(const char* namespaceURI) {
     if (namespaceURI == nullptr) {
         return {};
     }
-    if (tMemory.toolkitRun == run && std::strcmp(tMemory.namespaceURI, namespaceURI) == 0) {
-        return tMemory.prefix;
+    for (const Memory& memory : tMemories) {
+        if (memory.toolkitRun == run && std::strcmp(memory.namespaceURI, namespaceURI) == 0) {
+            return memory.prefix;
+        }
     }
     std::string prefix;
     if (SXMPMeta::GetNamespacePrefix(namespaceURI, &prefix) && Fits(namespaceURI, prefix)) {
-        Remember(tMemory.namespaceURI, namespaceURI);
-        Remember(tMemory.prefix, prefix);
-        tMemory.toolkitRun = run;
+        Memory& memory = tMemories[tNextMemory++ % std::size(tMemories)];
+        Remember(memory.namespaceURI, namespaceURI);
+        Remember(memory.prefix, prefix);
+        memory.toolkitRun = run;
     }
     return prefix;
 }

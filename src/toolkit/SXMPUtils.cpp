@@ -18,5 +18,5 @@ void SXMPUtils::ComposeArrayItemPath(const char* schemaNS, const char* arrayName
         refuse(kXMPErr_BadIndex);
     }
     const std::string step = index == kXMP_ArrayLastItem ? "last()" : std::to_string(index);
-    *path = std::string(arrayName) + '[' + step + ']';
+    path->assign(arrayName).append("[").append(step).append("]");
 }

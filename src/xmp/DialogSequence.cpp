@@ -2,6 +2,7 @@
 
 #include <zonstoryparser/Story.h>
 
+#include "toolkit/KnownPrefix.h"
 #include "toolkit/ToolkitSilence.h"
 #include "xmp/PropertyAccess.h"
 
@@ -9,40 +10,50 @@ namespace zonstoryparser {
 
 namespace {
 
-std::string ItemPath(XMP_Index index) {
-    std::string path;
-    SXMPUtils::ComposeArrayItemPath(kDialogSequenceProperty.schemaNS, kDialogSequenceProperty.name, index, &path);
-    return path;
-}
+/// The paths of one item's fields. They are composed once an item, in room that serves for all of them.
+class RecordPaths {
+public:
+    /// @throws XMP_Error when the toolkit does not know the namespace.
+    void MoveTo(XMP_Index index) {
+        SXMPUtils::ComposeArrayItemPath(kDialogSequenceProperty.schemaNS, kDialogSequenceProperty.name, index, &mItem);
+        if (mPrefix.empty()) {
+            mPrefix = KnownPrefix(kDialogSequenceProperty.schemaNS);
+        }
+        mCharacter.assign(mItem).append("/").append(mPrefix).append(kDialogCharacterField);
+        mDialogue.assign(mItem).append("/").append(mPrefix).append(kDialogTextField);
+    }
 
-void SetField(const std::string& itemPath, const char* field, const UString& value, SXMPMeta& xmp) {
-    xmp.SetStructField(kDialogSequenceProperty.schemaNS, itemPath.c_str(), kDialogSequenceProperty.schemaNS, field,
-                       zoncore::UTF16to8(value));
-}
+    const char* Character() const { return mCharacter.c_str(); }
+    const char* Dialogue() const { return mDialogue.c_str(); }
+
+private:
+    std::string mPrefix;
+    std::string mItem;
+    std::string mCharacter;
+    std::string mDialogue;
+};
 
 // Assigns the empty text for a field that is missing.
-bool ReadField(const std::string& itemPath, const char* field, SXMPMeta& xmp, XMP_OptionBits* options, UString& value) {
+bool ReadField(const char* path, SXMPMeta& xmp, XMP_OptionBits* options, UString& value) {
     std::string utf8;
-    const bool isThere = xmp.GetStructField(kDialogSequenceProperty.schemaNS, itemPath.c_str(),
-                                            kDialogSequenceProperty.schemaNS, field, &utf8, options);
+    const bool isThere = xmp.GetProperty(kDialogSequenceProperty.schemaNS, path, &utf8, options);
     value = zoncore::UTF8to16(utf8);
     return isThere;
 }
 
-void AppendRecord(const CharacterDialogue& record, const std::string& lastItemPath, SXMPMeta& xmp) {
+void AppendRecord(const CharacterDialogue& record, const RecordPaths& lastItem, SXMPMeta& xmp) {
     xmp.AppendArrayItem(kDialogSequenceProperty.schemaNS, kDialogSequenceProperty.name, kXMP_PropArrayIsOrdered,
                         nullptr, kXMP_PropValueIsStruct);
-    SetField(lastItemPath, kDialogCharacterField, record.character, xmp);
-    SetField(lastItemPath, kDialogTextField, record.dialogue, xmp);
+    SetValue({kDialogSequenceProperty.schemaNS, lastItem.Character()}, record.character, xmp);
+    SetValue({kDialogSequenceProperty.schemaNS, lastItem.Dialogue()}, record.dialogue, xmp);
 }
 
 // Whether the item has any of its fields; a record comes of it only when both hold text.
-bool ReadRecord(XMP_Index index, SXMPMeta& xmp, XMP_OptionBits* options, std::vector<CharacterDialogue>& list) {
-    const std::string itemPath = ItemPath(index);
+bool ReadRecord(const RecordPaths& item, SXMPMeta& xmp, XMP_OptionBits* options, std::vector<CharacterDialogue>& list) {
     UString character;
     UString dialogue;
-    const bool hasCharacter = ReadField(itemPath, kDialogCharacterField, xmp, options, character);
-    const bool hasDialogue = ReadField(itemPath, kDialogTextField, xmp, options, dialogue);
+    const bool hasCharacter = ReadField(item.Character(), xmp, options, character);
+    const bool hasDialogue = ReadField(item.Dialogue(), xmp, options, dialogue);
     PushCharacterDialogue(character, dialogue, list);
     return hasCharacter || hasDialogue;
 }
@@ -55,9 +66,10 @@ bool WriteCharacterDialogueToXMP(const std::vector<CharacterDialogue>& list, SXM
     }
     return FalseOnToolkitError([&] {
         const ToolkitSilence silence; // one for all the calls below
-        const std::string lastItemPath = ItemPath(kXMP_ArrayLastItem);
+        RecordPaths lastItem;
+        lastItem.MoveTo(kXMP_ArrayLastItem);
         for (const CharacterDialogue& record : list) {
-            AppendRecord(record, lastItemPath, xmp);
+            AppendRecord(record, lastItem, xmp);
         }
         return true;
     });
@@ -70,9 +82,11 @@ bool GetCharacterDialogueFromXMP(SXMPMeta& xmp, XMP_OptionBits* options, std::ve
     return FalseOnToolkitError([&] {
         const ToolkitSilence silence; // one for all the calls below
         const XMP_Index count = xmp.CountArrayItems(kDialogSequenceProperty.schemaNS, kDialogSequenceProperty.name);
+        RecordPaths item;
         bool found = false;
         for (XMP_Index index = 1; index <= count; ++index) {
-            found |= ReadRecord(index, xmp, options, list);
+            item.MoveTo(index);
+            found |= ReadRecord(item, xmp, options, list);
         }
         return found;
     });

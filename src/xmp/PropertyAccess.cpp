@@ -13,9 +13,7 @@ void SetValueUnlessEmpty(const ScriptProperty& property, const zoncore::UString&
 }
 
 void DeleteIfPresent(const ScriptProperty& property, SXMPMeta& xmp) {
-    if (xmp.DoesPropertyExist(property.schemaNS, property.name)) {
-        xmp.DeleteProperty(property.schemaNS, property.name);
-    }
+    xmp.DeleteProperty(property.schemaNS, property.name); // looks for it by itself, and leaves it at that
 }
 
 bool WriteUnlessEmpty(const ScriptProperty& property, const zoncore::UString& value, SXMPMeta& xmp) {

@@ -11,16 +11,9 @@ namespace zonmetadata {
 Path::Path(SharedText schemaNamespace, zoncore::UTF8String propertyPath)
     : mSchemaNamespace(std::move(schemaNamespace)), mPropertyPath(std::move(propertyPath)) {}
 
-// The schema is shared and not taken, so that `other` is left whole.
-Path::Path(Path&& other) noexcept : mPropertyPath(std::move(other.mPropertyPath)) {
-    mSchemaNamespace = other.mSchemaNamespace;
-    other.mPropertyPath.clear();
-}
-
-Path& Path::operator=(Path&& other) noexcept {
-    mSchemaNamespace = other.mSchemaNamespace;
-    mPropertyPath.swap(other.mPropertyPath);
-    return *this;
+const zoncore::UTF8String& Path::SchemaNamespace() const {
+    static const zoncore::UTF8String kNone;
+    return mSchemaNamespace ? *mSchemaNamespace : kNone;
 }
 
 bool operator==(const Path& left, const Path& right) {
@@ -42,7 +35,14 @@ Path PathForSchemaNameAndPropertyName(zoncore::UTF8String schemaNamespace, zonco
 }
 
 Path CreatePathFromArrayItem(const Path& array, int index) {
-    return Path(array.mSchemaNamespace, array.PropertyPath() + '[' + std::to_string(index) + ']');
+    return PathBeneath(array, '[' + std::to_string(index) + ']');
+}
+
+Path PathBeneath(const Path& path, std::string_view steps) {
+    zoncore::UTF8String propertyPath;
+    propertyPath.reserve(path.PropertyPath().size() + steps.size());
+    propertyPath.append(path.PropertyPath()).append(steps);
+    return Path(path.mSchemaNamespace, std::move(propertyPath));
 }
 
 std::vector<Path> ChildPaths(const Path& path) {
@@ -50,10 +50,7 @@ std::vector<Path> ChildPaths(const Path& path) {
     std::vector<Path> children;
     children.reserve(fields.size());
     for (const std::string_view field : fields) {
-        zoncore::UTF8String childPath;
-        childPath.reserve(path.PropertyPath().size() + 1 + field.size());
-        childPath.append(path.PropertyPath()).append("/").append(field);
-        children.push_back(Path(path.mSchemaNamespace, std::move(childPath)));
+        children.push_back(PathBeneath(path, "/" + std::string(field)));
     }
     return children;
 }

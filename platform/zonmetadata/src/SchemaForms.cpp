@@ -29,7 +29,7 @@ bool IsOneIndex(std::string_view text) {
 }
 
 bool Names(const StructProperty& property, std::string_view schemaNamespace, std::string_view propertyPath) {
-    if (schemaNamespace != property.schemaNamespace || propertyPath.substr(0, property.name.size()) != property.name) {
+    if (!propertyPath.starts_with(property.name) || schemaNamespace != property.schemaNamespace) {
         return false;
     }
     const std::string_view rest = propertyPath.substr(property.name.size());

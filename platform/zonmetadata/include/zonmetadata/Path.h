@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string_view>
 #include <vector>
 
 #include <zoncore/UString.h>
@@ -15,15 +16,8 @@ namespace zonmetadata {
 /// prefix before the longer text: so item 10 of an array sorts before item 2.
 class ZONMETADATA_API Path {
 public:
-    Path(const Path&) = default;
-    Path& operator=(const Path&) = default;
-    /// `other` keeps its schema, with whatever property path; it may be used like any other.
-    Path(Path&& other) noexcept;
-    Path& operator=(Path&& other) noexcept;
-    ~Path() = default;
-
-    /// The schema's namespace URI, UTF-8.
-    const zoncore::UTF8String& SchemaNamespace() const { return *mSchemaNamespace; }
+    /// The schema's namespace URI, UTF-8; empty once the path has been moved from.
+    const zoncore::UTF8String& SchemaNamespace() const;
 
     /// The property path within the schema, UTF-8: "action", "dialogSequence", "dialogSequence[2]",
     /// "dialogSequence[2]/xmpScript:character".
@@ -33,13 +27,12 @@ private:
     friend ZONMETADATA_API Path PathForSchemaNameAndPropertyName(zoncore::UTF8String schemaNamespace,
                                                                  zoncore::UTF8String propertyName);
 
-    friend ZONMETADATA_API Path CreatePathFromArrayItem(const Path& array, int index);
-    friend ZONMETADATA_API std::vector<Path> ChildPaths(const Path& path);
+    friend ZONMETADATA_API Path PathBeneath(const Path& path, std::string_view steps);
     using SharedText = std::shared_ptr<const zoncore::UTF8String>;
 
     Path(SharedText schemaNamespace, zoncore::UTF8String propertyPath);
 
-    SharedText mSchemaNamespace; // never null; one text for a property and all beneath it, as lists of paths are long
+    SharedText mSchemaNamespace; // one text for a property and all beneath it, as lists of paths are long
     zoncore::UTF8String mPropertyPath;
 };
 
@@ -55,6 +48,10 @@ ZONMETADATA_API Path PathForSchemaNameAndPropertyName(zoncore::UTF8String schema
 /// The path of one item of an array.
 /// @param index  1 for the first item, as XMP counts.
 ZONMETADATA_API Path CreatePathFromArrayItem(const Path& array, int index);
+
+/// The path that leads on from `path`.
+/// @param steps  What stands behind it: "/xmpScript:character".
+ZONMETADATA_API Path PathBeneath(const Path& path, std::string_view steps);
 
 /// The direct children that the schema gives every property of this kind: the fields of a struct. Empty for a leaf, for
 /// a property the schemas do not describe, and for an array, whose items only a piece of metadata can tell.
