@@ -4,9 +4,10 @@
 
 namespace fuzz {
 
-/// Breaks one scene down, writes it into `xmp`, clears it again, and requires what hosts rely on:
-/// a packet parses again; what was written reads back equal; the changed paths name every property that differs between
-/// before and after, save the gaps kept on purpose; clearing leaves no story data; a second clear reports no dialogue.
+/// Breaks one scene down, writes it into `xmp` twice, clears it twice, and requires what hosts rely on: a packet is made
+/// where there is something to say, and parses again to what the scene says; so does what was written; the changed paths
+/// name every property that differs between before and after, and are the whole list in its order; the second write
+/// changes nothing; clearing leaves no story data; a second clear reports no dialogue.
 void CheckScene(const boost::intrusive_ptr<zonstoryparser::Scene>& scene, SXMPMeta& xmp);
 
 /// CheckScene() for every scene of a story that may be partial, each on empty metadata, and the story's traversal of
