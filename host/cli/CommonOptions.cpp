@@ -33,8 +33,14 @@ void AddChoice(CLI::App& command, const std::string& name, Value& value,
 
 } // namespace
 
-void AddStory(CLI::App& command, std::string& story) {
-    command.add_option("STORY", story, "The story file; - for standard input")->required()->type_name("");
+void AddStory(CLI::App& command, StoryFile& story) {
+    command.add_option("STORY", story.path, "The story file; - for standard input")->required()->type_name("");
+    command
+        .add_option_function<std::size_t>(
+            "--max-size", [&story](std::size_t mebibytes) { story.limits = StoryLimits::ForSize(mebibytes); },
+            "Refuse a story beyond this size, or one that would grow beyond it; 128 unless given")
+        ->check(CLI::Range(std::size_t{1}, std::size_t{1024} * 1024))
+        ->type_name("MIB");
 }
 
 void AddFormat(CLI::App& command, Format& format) {
@@ -65,7 +71,7 @@ void AddBatch(CLI::App& command, BatchOptions& options) {
         "Do not hash picture and sound before and after");
     command
         .add_option("-j,--jobs", options.jobs,
-                    "How many clips to work on at once; 1 unless given, 0 for one a processor")
+                    "How many clips to work on at once; 4 unless given, 0 for one a processor")
         ->check(CLI::Range(0, 256))
         ->type_name("N");
     command.add_option("--report", options.report, "Write what became of each clip into a file, .json or .csv")

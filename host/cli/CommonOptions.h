@@ -5,6 +5,7 @@
 
 #include "commands/ClipBatch.h"
 #include "output/Format.h"
+#include "story/StoryReader.h"
 
 namespace CLI {
 class App;
@@ -14,7 +15,8 @@ class Option;
 /// Options that several verbs share, each declared once.
 namespace zonstory {
 
-void AddStory(CLI::App& command, std::string& story);
+/// The file, and --max-size.
+void AddStory(CLI::App& command, StoryFile& story);
 void AddFormat(CLI::App& command, Format& format);
 /// Clips as positional arguments, and --recursive.
 /// @return The positional option, not required.

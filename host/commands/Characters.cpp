@@ -8,7 +8,6 @@
 #include "output/Json.h"
 #include "output/Table.h"
 #include "story/SceneFacts.h"
-#include "story/StoryReader.h"
 
 namespace zonstory {
 

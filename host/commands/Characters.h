@@ -4,11 +4,12 @@
 
 #include "output/Format.h"
 #include "output/Output.h"
+#include "story/StoryReader.h"
 
 namespace zonstory {
 
 struct CharactersOptions {
-    std::string story;
+    StoryFile story;
     Format format = Format::Text;
 };
 

@@ -10,7 +10,6 @@
 #include "output/SafeText.h"
 #include "output/Table.h"
 #include "story/StoryCheck.h"
-#include "story/StoryReader.h"
 
 namespace zonstory {
 
@@ -58,7 +57,7 @@ std::string AsJson(const std::vector<Finding>& findings) {
 }
 
 void Print(const std::vector<Finding>& findings, const CheckOptions& options, Output& output) {
-    const std::string name = options.story == "-" ? "standard input" : options.story;
+    const std::string name = options.story.path == "-" ? "standard input" : options.story.path;
     output.Result(InFormat(
         options.format, [&] { return AsText(findings, name); }, [&] { return AsJson(findings); },
         [&] { return AsCsv(findings); }));
@@ -69,8 +68,9 @@ void Print(const std::vector<Finding>& findings, const CheckOptions& options, Ou
 int RunCheck(const CheckOptions& options, Output& output) {
     StoryReadOptions readOptions;
     readOptions.recordLines = true;
+    readOptions.limits = options.story.limits;
     try {
-        const Story story = ReadStory(options.story, readOptions);
+        const Story story = ReadStory(options.story.path, readOptions);
         const std::vector<Finding> findings = CheckStory(*story.root, story.lines);
         Print(findings, options, output);
         output.Note(fmt::format("{} findings", findings.size()));

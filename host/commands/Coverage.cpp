@@ -14,7 +14,6 @@
 #include "output/Json.h"
 #include "output/SafeText.h"
 #include "output/Table.h"
-#include "story/StoryReader.h"
 
 namespace zonstory {
 

@@ -6,11 +6,12 @@
 #include "clip/Clip.h"
 #include "output/Format.h"
 #include "output/Output.h"
+#include "story/StoryReader.h"
 
 namespace zonstory {
 
 struct CoverageOptions {
-    std::string story;
+    StoryFile story;
     std::vector<std::string> clips; ///< Files and folders.
     bool recursive = false;
     ClipOptions clip;

@@ -15,7 +15,6 @@
 #include "output/ExitCode.h"
 #include "output/SafeText.h"
 #include "story/PacketRule.h"
-#include "story/StoryReader.h"
 
 namespace zonstory {
 

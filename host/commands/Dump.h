@@ -3,11 +3,12 @@
 #include <string>
 
 #include "output/Output.h"
+#include "story/StoryReader.h"
 
 namespace zonstory {
 
 struct DumpOptions {
-    std::string story;
+    StoryFile story;
 };
 
 /// Runs the library's traversal, prints its report and the files it wrote into the temporary directory.

@@ -9,7 +9,6 @@
 #include "output/ExitCode.h"
 #include "output/SafeText.h"
 #include "story/SceneFacts.h"
-#include "story/StoryReader.h"
 #include "story/StreamFacts.h"
 
 namespace zonstory {

@@ -7,11 +7,12 @@
 #include "commands/ClipMatching.h"
 #include "output/Format.h"
 #include "output/Output.h"
+#include "story/StoryReader.h"
 
 namespace zonstory {
 
 struct MatchOptions {
-    std::string story;
+    StoryFile story;
     std::vector<std::string> clips; ///< Files and folders.
     bool recursive = false;
     MatchSettings match;

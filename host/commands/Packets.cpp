@@ -13,7 +13,6 @@
 #include "story/PacketRule.h"
 #include "story/SceneContent.h"
 #include "story/SceneSelection.h"
-#include "story/StoryReader.h"
 
 namespace zonstory {
 

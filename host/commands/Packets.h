@@ -4,11 +4,12 @@
 #include <vector>
 
 #include "output/Output.h"
+#include "story/StoryReader.h"
 
 namespace zonstory {
 
 struct PacketsOptions {
-    std::string story;
+    StoryFile story;
     std::vector<std::string> scenes; ///< By number or position; none for all.
     std::string target;              ///< A folder, made if need be, or "-" for standard output.
 };

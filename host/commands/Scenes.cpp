@@ -4,7 +4,6 @@
 
 #include "commands/SceneTable.h"
 #include "output/ExitCode.h"
-#include "story/StoryReader.h"
 
 namespace zonstory {
 

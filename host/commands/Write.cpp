@@ -16,7 +16,6 @@
 #include "commands/UsageError.h"
 #include "output/CsvReader.h"
 #include "story/SceneContent.h"
-#include "story/StoryReader.h"
 
 namespace zonstory {
 

@@ -6,11 +6,12 @@
 #include "commands/ClipBatch.h"
 #include "commands/ClipMatching.h"
 #include "output/Output.h"
+#include "story/StoryReader.h"
 
 namespace zonstory {
 
 struct WriteOptions {
-    std::string story;
+    StoryFile story;
     std::string scene;              ///< For all clips; empty when there is a map.
     std::string map;                ///< A CSV file that names a scene for every clip; empty when there is a scene.
     bool isMatching = false;        ///< Find each clip's scene instead.

@@ -18,10 +18,15 @@ bool IsSame(const zoncore::UString& known, const char16_t* text) {
 
 } // namespace
 
-void CachedElement::SetAttributes(const char16_t* const* attributes) {
+std::size_t CachedElement::SetAttributes(const char16_t* const* attributes) {
     if (!AssignInPlace(attributes)) {
         Rebuild(attributes);
     }
+    std::size_t length = 0;
+    for (const auto& entry : mInFileOrder) {
+        length += entry->second.size();
+    }
+    return length;
 }
 
 // Returns false, with some values assigned, when the names differ from those of the last time.

@@ -22,7 +22,8 @@ public:
 
     void SetName(const char16_t* name) { mName = name; }
     /// @param attributes  Names and values in turn, ended by a null pointer.
-    void SetAttributes(const char16_t* const* attributes);
+    /// @return The length of all values together.
+    std::size_t SetAttributes(const char16_t* const* attributes);
 
 private:
     bool AssignInPlace(const char16_t* const* attributes);

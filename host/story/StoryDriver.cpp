@@ -23,6 +23,14 @@ const char16_t* const* Units(const XML_Char** texts) {
     return reinterpret_cast<const char16_t* const*>(texts);
 }
 
+std::size_t CountAttributes(const char16_t* const* attributes) {
+    std::size_t count = 0;
+    while (attributes[2 * count] != nullptr) {
+        ++count;
+    }
+    return count;
+}
+
 std::string UTF8(const XML_Char* text) {
     return zoncore::UTF16to8(Units(text));
 }
@@ -34,6 +42,9 @@ struct ExpatCallbacks {
     template <typename Step>
     static void Guarded(void* data, Step step) {
         auto& driver = *static_cast<StoryDriver*>(data);
+        if (driver.mThrown || driver.mStopped) {
+            return; // a parser that was stopped may still have events to deliver
+        }
         try {
             step(driver);
         } catch (...) {
@@ -72,6 +83,11 @@ struct ExpatCallbacks {
         }
     }
 
+    static void XMLCALL EntityDeclaration(void* data, const XML_Char*, int, const XML_Char*, int, const XML_Char*,
+                                          const XML_Char*, const XML_Char*, const XML_Char*) {
+        Guarded(data, [](StoryDriver& driver) { driver.CountEntity(); });
+    }
+
     static int XMLCALL UnknownEncoding(void* data, const XML_Char* name, XML_Encoding* info) {
         int status = XML_STATUS_ERROR;
         Guarded(data, [&](StoryDriver& driver) {
@@ -103,7 +119,9 @@ StoryDriver::StoryDriver(std::string name, const StoryReadOptions& options)
     XML_SetCharacterDataHandler(parser, &ExpatCallbacks::Text);
     XML_SetExternalEntityRefHandler(parser, &ExpatCallbacks::ExternalEntity);
     XML_SetSkippedEntityHandler(parser, &ExpatCallbacks::SkippedEntity);
+    XML_SetEntityDeclHandler(parser, &ExpatCallbacks::EntityDeclaration);
     XML_SetUnknownEncodingHandler(parser, &ExpatCallbacks::UnknownEncoding, this);
+    XML_SetBillionLaughsAttackProtectionMaximumAmplification(parser, mOptions.limits.amplification);
     mHandler.StartDocument();
 }
 
@@ -116,8 +134,12 @@ char* StoryDriver::Buffer(std::size_t size) {
 }
 
 void StoryDriver::Parse(std::size_t length, bool isLast) {
+    mSpent.bytes += length;
+    if (mSpent.bytes > mOptions.limits.size) {
+        Fail(Here(), "the file is longer than " + std::to_string(mOptions.limits.size) + " bytes");
+    }
     if (XML_ParseBuffer(mExpat.get(), static_cast<int>(length), isLast ? 1 : 0) != XML_STATUS_ERROR) {
-        return;
+        return CheckUnfinishedMarkup();
     }
     if (mThrown) {
         std::rethrow_exception(mThrown);
@@ -135,6 +157,15 @@ void StoryDriver::Parse(std::size_t length, bool isLast) {
     Fail(Here(), std::string("not well-formed XML: ") + XML_ErrorString(code));
 }
 
+// The parser looks at an unfinished tag anew with each piece, so a long one costs time in the square of its length.
+void StoryDriver::CheckUnfinishedMarkup() {
+    const XML_Index start = XML_GetCurrentByteIndex(mExpat.get()); // of what is unfinished; -1 before the first byte
+    if (start >= 0 && mSpent.bytes - static_cast<std::size_t>(start) > mOptions.limits.markup) {
+        Fail(Here(),
+             "a tag, comment or declaration is longer than " + std::to_string(mOptions.limits.markup) + " bytes");
+    }
+}
+
 void StoryDriver::FailToRead(const std::string& reason) {
     Fail({}, reason);
 }
@@ -149,14 +180,23 @@ Story StoryDriver::Finish() {
 
 void StoryDriver::StartElement(const char16_t* name, const char16_t* const* attributes) {
     CachedElement& element = mElements.Find(name);
-    element.SetAttributes(attributes);
     if (mOpen.empty()) {
         mRootName = zoncore::UTF16to8(element.Name());
         mRootPosition = Here();
     }
     mOpen.push_back(&element);
-    if (mOpen.size() > mOptions.maxDepth) {
-        return Stop("elements are nested more than " + std::to_string(mOptions.maxDepth) + " deep");
+    const StoryLimits& limits = mOptions.limits;
+    if (mOpen.size() > limits.depth) {
+        return Stop("elements are nested more than " + std::to_string(limits.depth) + " deep");
+    }
+    mSpent.items += 1 + CountAttributes(attributes);
+    if (mSpent.items > limits.items) { // before they are copied: a declaration gives an element any number of them
+        return Stop("the story has more than " + std::to_string(limits.items) + " elements and attributes");
+    }
+    mSpent.text = 0;
+    AddContent(element.SetAttributes(attributes));
+    if (mStopped) {
+        return;
     }
     mHandler.StartElement(element.Name(), element.Attributes());
     if (mHandler.HasParseError()) {
@@ -178,8 +218,30 @@ void StoryDriver::EndElement(const char16_t* name) {
 }
 
 void StoryDriver::Characters(const char16_t* text, std::size_t length) {
+    AddContent(length);
+    mSpent.text += length;
+    if (mSpent.text > mOptions.limits.text) {
+        Stop("a text is longer than " + std::to_string(mOptions.limits.text) + " characters");
+    }
+    if (mStopped) {
+        return;
+    }
     mText.assign(text, length);
     mHandler.Characters(mText);
+}
+
+void StoryDriver::CountEntity() {
+    if (++mSpent.entities > mOptions.limits.entities) {
+        Stop("the file declares more than " + std::to_string(mOptions.limits.entities) + " entities");
+    }
+}
+
+void StoryDriver::AddContent(std::size_t length) {
+    mSpent.content += length;
+    if (mSpent.content > mOptions.limits.size) {
+        Stop("the story's text is longer than " + std::to_string(mOptions.limits.size) +
+             " characters, entities and default attributes included");
+    }
 }
 
 void StoryDriver::RecordLine(const zoncore::UString& name) {

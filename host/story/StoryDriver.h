@@ -46,6 +46,9 @@ private:
     void StartElement(const char16_t* name, const char16_t* const* attributes);
     void EndElement(const char16_t* name);
     void Characters(const char16_t* text, std::size_t length);
+    void CheckUnfinishedMarkup();
+    void CountEntity();
+    void AddContent(std::size_t length);
     void RecordLine(const zoncore::UString& name);
     void StopAtHandlersError();
     void Stop(const std::string& message);
@@ -59,6 +62,13 @@ private:
     ElementCache mElements;
     std::vector<CachedElement*> mOpen;
     zoncore::UString mText;
+    struct {
+        std::size_t bytes = 0; // read from the file
+        std::size_t content = 0;
+        std::size_t text = 0; // since the last start tag
+        std::size_t items = 0;
+        std::size_t entities = 0;
+    } mSpent;
     SourceLines mLines;
     std::string mRootName;
     SourcePosition mRootPosition;

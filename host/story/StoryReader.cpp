@@ -68,6 +68,12 @@ Story ReadStory(const std::string& path, const StoryReadOptions& options) {
     return driver.Finish();
 }
 
+Story ReadStory(const StoryFile& file) {
+    StoryReadOptions options;
+    options.limits = file.limits;
+    return ReadStory(file.path, options);
+}
+
 Story ReadStoryFromMemory(std::string_view bytes, const std::string& name, const StoryReadOptions& options) {
     StoryDriver driver(name, options);
     bool isLast = false;
