@@ -68,6 +68,21 @@ std::string FieldPath(const char* structName, const char* fieldNS, const char* f
     return path;
 }
 
+// Path and text of what is stored are sound: an exception of the standard library inside the toolkit then is memory that
+// ran out. Taken for a refusal, it would cost a packet the value without a word. Held by the tests MemoryShortage.
+template <typename Call>
+void Store(const char* operation, const char* schemaNS, const char* name, Call call) {
+    constexpr std::int32_t kStandardException = 13; // the toolkit's id
+    try {
+        CallToolkit(operation, call, [&] { return PropertySubject(schemaNS, name); });
+    } catch (const XMP_Error& error) {
+        if (error.GetID() == kStandardException) {
+            throw std::bad_alloc();
+        }
+        throw;
+    }
+}
+
 } // namespace
 
 bool SXMPMeta::Initialize() {
@@ -146,9 +161,8 @@ bool SXMPMeta::GetProperty(const char* schemaNS, const char* name, std::string* 
 
 void SXMPMeta::SetProperty(const char* schemaNS, const char* name, const std::string& value, XMP_OptionBits options) {
     const ToolkitText text(value);
-    CallToolkit(
-        "cannot write", [&] { return xmp_set_property(Handle(mObject), schemaNS, name, text.CString(), options); },
-        [&] { return PropertySubject(schemaNS, name); });
+    Store("cannot write", schemaNS, name,
+          [&] { return xmp_set_property(Handle(mObject), schemaNS, name, text.CString(), options); });
 }
 
 void SXMPMeta::DeleteProperty(const char* schemaNS, const char* name) {
@@ -177,13 +191,10 @@ void SXMPMeta::AppendArrayItem(const char* schemaNS, const char* arrayName, XMP_
                                const char* itemValue, XMP_OptionBits itemOptions) {
     const std::string value = itemValue != nullptr ? itemValue : "";
     const ToolkitText text(value);
-    CallToolkit(
-        "cannot append to",
-        [&] {
-            return xmp_append_array_item(Handle(mObject), schemaNS, arrayName, arrayOptions,
-                                         itemValue != nullptr ? text.CString() : nullptr, itemOptions);
-        },
-        [&] { return PropertySubject(schemaNS, arrayName); });
+    Store("cannot append to", schemaNS, arrayName, [&] {
+        return xmp_append_array_item(Handle(mObject), schemaNS, arrayName, arrayOptions,
+                                     itemValue != nullptr ? text.CString() : nullptr, itemOptions);
+    });
 }
 
 // The C interface has no count. An item is found by its index at once, however long the array, so the last one is found

@@ -1,0 +1,64 @@
+#include <gtest/gtest.h>
+
+#include <zonstoryparser/Story.h>
+
+#include "story/StoryReader.h"
+#include "support/ShortageSweep.h"
+
+namespace {
+
+using zonstory::ReadStoryFromMemory;
+using zonstory::StoryError;
+
+// With an entity, an encoding that the reader makes a table for, and elements without content, whose end the XML parser
+// still reports after a failed start.
+const std::string kStory = "<?xml version='1.0' encoding='windows-1252'?>\n"
+                           "<!DOCTYPE Talewright [<!ENTITY who 'THE HARBOUR MASTER OF ALTENFELD'>]>\n"
+                           "<Talewright version='1.0'><document><stream name='body'><section>"
+                           "<scene objID='a-scene-identity' sceneNumber='12A-and-12B'>"
+                           "<paragraph objID='a-paragraph-identity' element='Action' of='&who;'><textRun/>"
+                           "<textRun>&who; lights a lantern \x96 and waits.</textRun></paragraph></scene>"
+                           "</section></stream></document></Talewright>";
+
+// Also in pieces, which the XML parser has to keep until a tag is whole.
+TEST(StoryMemoryShortage, Reading) {
+    for (const std::size_t pieceSize : {std::size_t{7}, std::size_t{4096}}) {
+        support::ShortageSweep([] { return zonstory::Story(); },
+                               [&](zonstory::Story& story) {
+                                   zonstory::StoryReadOptions options;
+                                   options.recordLines = true;
+                                   options.pieceSize = pieceSize;
+                                   story = ReadStoryFromMemory(kStory, "a-film-with-a-long-name.skrx", options);
+                                   return true;
+                               },
+                               [](zonstory::Story& story) {
+                                   zoncore::UString text;
+                                   zonstoryparser::GetTextRuns(
+                                       story.root->document->body->section->scenes.at(0)->paragraphs.at(0), text);
+                                   return zoncore::UTF16to8(text);
+                               })
+            .Run();
+    }
+}
+
+// An error's own message needs memory too.
+TEST(StoryMemoryShortage, Refusing) {
+    const std::string bytes[] = {"<Talewright version='a version that nobody knows'/>", kStory.substr(0, 400),
+                                 "<?xml version='1.0' encoding='none-of-the-known'?><a/>",
+                                 "<an-unknown-root-element/>"};
+    for (const std::string& refused : bytes) {
+        support::ShortageSweep([] { return std::string(); },
+                               [&](std::string& message) {
+                                   try {
+                                       ReadStoryFromMemory(refused, "a-film-with-a-long-name.skrx");
+                                   } catch (const StoryError& error) {
+                                       message = error.what();
+                                   }
+                                   return true;
+                               },
+                               [](std::string& message) { return message; })
+            .Run();
+    }
+}
+
+} // namespace
