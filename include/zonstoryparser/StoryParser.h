@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 
 #include <zoncore/AbstractParseHandler.h>
 #include <zonstoryparser/Export.h>
@@ -62,11 +61,9 @@ private:
     ZONSTORYPARSER_LOCAL void StartTag(const zoncore::AttributeMap& attributes);
     ZONSTORYPARSER_LOCAL void EndTextRun();
     ZONSTORYPARSER_LOCAL void EndMetaData();
-    ZONSTORYPARSER_LOCAL std::int32_t TagCode(const UString& name) const;
     ZONSTORYPARSER_LOCAL void CloseOpenElements();
 
-    std::map<UString, std::int32_t> mTagCodes;
-    std::int32_t mCurrentTag;
+    std::int32_t mCurrentTag; // of the element that started or ended last
     UString mText; // character data since the last start tag
     bool mHasError = false;
     UString mError;

@@ -48,13 +48,7 @@ bool IsSupportedVersion(const UString& version) {
 
 } // namespace
 
-StoryParser::StoryParser()
-    : mTagCodes{{u"Talewright", kTagRoot},   {u"document", kTagDocument},
-                {u"stream", kTagStream},     {u"section", kTagSection},
-                {u"scene", kTagScene},       {u"paragraph", kTagParagraph},
-                {u"textRun", kTagTextRun},   {u"commentStream", kTagCommentStream},
-                {u"metaData", kTagMetaData}, {u"Tag", kTagTag}},
-      mCurrentTag(kTagUnknown) {}
+StoryParser::StoryParser() : mCurrentTag(kTagUnknown) {}
 
 StoryParser::~StoryParser() = default;
 
@@ -277,11 +271,6 @@ void StoryParser::EndMetaData() {
     }
     mStory->metaData = mText;
     mText.clear();
-}
-
-std::int32_t StoryParser::TagCode(const UString& name) const {
-    const auto found = mTagCodes.find(name);
-    return found == mTagCodes.end() ? static_cast<std::int32_t>(kTagUnknown) : found->second;
 }
 
 void StoryParser::CloseOpenElements() {

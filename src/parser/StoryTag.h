@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 namespace zonstoryparser {
 
@@ -18,5 +19,8 @@ enum StoryTag : std::int32_t {
     kTagTag = 109,
     kTagUnknown = 110,
 };
+
+/// The element of this name; kTagUnknown for any other.
+StoryTag TagCode(std::u16string_view name);
 
 } // namespace zonstoryparser
