@@ -10,7 +10,6 @@ namespace zonstory {
 
 namespace {
 
-constexpr std::string_view kDelimiters = ",;\t|";
 constexpr std::size_t kMostHeadingLines = 50; ///< In front of the header of a CSV file.
 constexpr std::string_view kBlanks = " \t\r\n";
 
@@ -115,7 +114,7 @@ Header FindHeader(std::string_view text) {
     Lines lines(text);
     std::string_view before = text;
     for (std::string_view line; lines.Number() < kMostHeadingLines && lines.Next(line); before = lines.Rest()) {
-        for (const char delimiter : kDelimiters) {
+        for (const char delimiter : kCsvDelimiters) {
             if (line.find(delimiter) != std::string_view::npos &&
                 FindLogColumns(SplitTitles(line, delimiter)).AreEnough()) {
                 return {lines.Number(), delimiter, before};

@@ -20,7 +20,6 @@ namespace zonstory {
 namespace {
 
 constexpr std::string_view kUTF8Mark = "\xEF\xBB\xBF";
-constexpr std::string_view kDelimiters = ",;\t";
 constexpr std::string_view kSeparatorLine = "sep="; // some spreadsheets say it in front of the first row
 
 std::string ReadWhole(const std::string& path) {
@@ -74,16 +73,16 @@ std::string_view FirstLine(std::string_view text) {
 
 // The delimiter that the line has most of, outside quotes; the comma when it has none.
 char FindDelimiter(std::string_view line) {
-    std::size_t counts[kDelimiters.size()] = {};
+    std::size_t counts[kCsvDelimiters.size()] = {};
     bool isQuoted = false;
     for (const char byte : line) {
         isQuoted = isQuoted != (byte == '"');
-        const std::size_t kind = kDelimiters.find(byte);
+        const std::size_t kind = kCsvDelimiters.find(byte);
         if (!isQuoted && kind != std::string_view::npos) {
             ++counts[kind];
         }
     }
-    return kDelimiters[static_cast<std::size_t>(std::max_element(std::begin(counts), std::end(counts)) - counts)];
+    return kCsvDelimiters[static_cast<std::size_t>(std::max_element(std::begin(counts), std::end(counts)) - counts)];
 }
 
 // Up to and with its end: LF, CR LF, or the CR alone of old spreadsheets.

@@ -14,6 +14,9 @@ public:
     CsvError(const std::string& file, std::size_t line, const std::string& reason);
 };
 
+/// What may stand between two fields.
+inline constexpr std::string_view kCsvDelimiters = ",;\t|";
+
 struct CsvRow {
     std::size_t line = 0; ///< Where the row starts, from 1.
     std::vector<std::string> fields;
@@ -21,7 +24,7 @@ struct CsvRow {
 
 /// What a spreadsheet, or a person, saved as CSV.
 ///
-/// Comma, semicolon and tab are told apart by the first row, or by a line "sep=;" in front of it. UTF-8 and UTF-16 are
+/// Comma, semicolon, tab and bar are told apart by the first row, or by a line "sep=;" in front of it. UTF-8 and UTF-16 are
 /// read with or without a byte order mark and come out as UTF-8; bytes that are neither are kept as they are, since a
 /// file name may be made of them. Blanks around an unquoted field do not count; empty rows are left out.
 struct CsvContents {

@@ -46,6 +46,7 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(FileCase{"Commas", "clip,scene\né.mov,\"1,A\"\nb c.mov,2\n"},
                       FileCase{"Semicolons", "clip;scene\r\né.mov;1,A\r\nb c.mov;2"},
                       FileCase{"Tabs", "clip\tscene\né.mov\t1,A\n\n\nb c.mov\t2\n"},
+                      FileCase{"Bars", "clip|scene\né.mov|1,A\nb c.mov|2\n"},
                       FileCase{"OldLineEnds", "clip,scene\ré.mov,\"1,A\"\rb c.mov,2\r"},
                       FileCase{"SeparatorLine", "sep=;\r\nclip;scene\r\né.mov;1,A\r\nb c.mov;2\r\n"},
                       FileCase{"UTF8Mark", "\xEF\xBB\xBF\"clip\",scene\né.mov,\"1,A\"\nb c.mov,2\n"},
