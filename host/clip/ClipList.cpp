@@ -13,6 +13,7 @@
 #include <dirent.h>
 #include <sys/stat.h>
 
+#include "clip/Sidecar.h"
 #include "clip/SystemError.h"
 
 namespace zonstory {
@@ -63,7 +64,10 @@ public:
         }
     }
 
-    ClipList Take() { return std::move(mList); }
+    ClipList Take() {
+        PassOverSidecars();
+        return std::move(mList);
+    }
 
 private:
     void Refuse(const fs::path& path, int error) { mList.errors.push_back({path, SystemErrorText(error)}); }
@@ -104,6 +108,21 @@ private:
         } else if (S_ISDIR(status.st_mode) && mRecursive) {
             folders.emplace_back(path, status);
         }
+    }
+
+    // Both names that a sidecar may have, clip.xmp and clip.mov.xmp, without the extension lead to the clip.
+    void PassOverSidecars() {
+        std::unordered_set<std::string> owners;
+        for (const fs::path& clip : mList.clips) {
+            if (!IsSidecarName(clip)) {
+                owners.insert(clip.lexically_normal().native());
+                owners.insert(fs::path(clip).replace_extension().lexically_normal().native());
+            }
+        }
+        std::erase_if(mList.clips, [&](const fs::path& clip) {
+            return IsSidecarName(clip) &&
+                   owners.contains(fs::path(clip).replace_extension().lexically_normal().native());
+        });
     }
 
     bool ReadNames(const fs::path& path, std::vector<std::string>& names) {

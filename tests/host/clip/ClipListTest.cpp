@@ -17,8 +17,8 @@ protected:
             support::WriteFile(mFolder / name, "x");
         }
         fs::create_directories(mFolder / "day" / "cam.mov"); // a folder with a clip's name
-        fs::create_directories(mFolder / ".zonstory-0123456789abcdef");
-        support::WriteFile(mFolder / ".zonstory-0123456789abcdef" / "copy.mov", "x");
+        fs::create_directories(mFolder / ".zonstory-work");
+        support::WriteFile(mFolder / ".zonstory-work" / "copy.mov", "x");
         support::WriteFile(mFolder / "day" / "d.wav", "x");
         support::WriteFile(mFolder / "day" / "cam.mov" / "e.avi", "x");
         fs::create_symlink("..", mFolder / "day" / "up");
@@ -55,6 +55,18 @@ TEST_F(ClipListing, FileStandsForItselfOnceUnderItsFirstName) {
                        mFolder.Path(), mFolder / "notes.txt"},
                       false),
                 ElementsAre("notes.txt", "day/again.mov", "z.mxf", "C.Mp4"));
+}
+
+TEST_F(ClipListing, SidecarNamedBesideItsClipIsPartOfIt) {
+    const fs::path folder = mFolder.Path();
+    for (const char* name : {"B.MOV.XMP", "C.xmp", "alone.xmp"}) {
+        support::WriteFile(folder / name, "x");
+    }
+    EXPECT_THAT(Found({folder / "B.MOV.XMP", folder / "C.xmp", folder / "a.xmp", folder / "alone.xmp",
+                       folder / "." / "B.MOV", folder},
+                      false),
+                ElementsAre("alone.xmp", "./B.MOV", "C.Mp4", "a.mxf"));
+    EXPECT_THAT(Found({folder / "a.xmp", folder / "B.MOV"}, false), ElementsAre("a.xmp", "B.MOV"));
 }
 
 TEST_F(ClipListing, MissingPathsAreErrorsAndTheRestGoesOn) {
