@@ -33,10 +33,14 @@ function(zon_shared_library target)
         SOVERSION ${PROJECT_VERSION_MAJOR}
         INSTALL_RPATH "\$ORIGIN")
     target_compile_features(${target} INTERFACE cxx_std_17)
+    # A symbol that is unique in the process keeps its library there for ever: a host that unloads a plugin of its own
+    # would keep ours, and the compiler makes them of the standard library's templates.
+    target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
     target_link_options(${target} PRIVATE -Wl,--no-undefined-version -Wl,--as-needed)
     if(NOT ZON_SANITIZE)
-        target_link_options(${target} PRIVATE -Wl,--no-undefined)
+        target_link_options(${target} PRIVATE -Wl,--no-undefined -Wl,--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map)
     endif()
+    set_target_properties(${target} PROPERTIES LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/exports.map)
     target_include_directories(${target} PUBLIC
         $<BUILD_INTERFACE:${arg_INCLUDE_DIR}>
         $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)

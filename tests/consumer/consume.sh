@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs the build into a folder of its own, moves that folder, and builds and runs the sample program against it:
-# through the CMake package, and again through pkg-config.
+# through the CMake package, and again through pkg-config; then hosts of other kinds (programs/).
 #   consume.sh CMAKE CXX SAMPLES_DIR BUILD_DIR WORK_DIR
 set -euo pipefail
 cmake=$1 cxx=$2 samples=$3 build=$4 work=$5
@@ -28,6 +28,18 @@ libraries=$(PKG_CONFIG_PATH=$pc pkg-config --variable=libdir zonstoryparser)
 # shellcheck disable=SC2086 # the flags are words
 "$cxx" -std=c++17 -Wall -Wextra -Werror "$samples/link-the-library.cpp" $flags -Wl,-rpath,"$libraries" -o "$work/by-pkg-config"
 expect "$work/by-pkg-config"
+
+programs=$(cd "$(dirname "$0")" && pwd)/programs
+"$cmake" -S "$programs" -B "$work/hosts" -DCMAKE_CXX_COMPILER="$cxx" -DCMAKE_PREFIX_PATH="$prefix" >"$work/configure.log"
+"$cmake" --build "$work/hosts" >"$work/build.log"
+in_silence() {
+    "$@" >"$work/printed" 2>&1 || { cat "$work/printed"; echo "failed: $*"; exit 1; }
+    [ ! -s "$work/printed" ] || { cat "$work/printed"; echo "printed by: $*"; exit 1; }
+}
+in_silence "$work/hosts/catch-errors"
+in_silence "$work/hosts/beside-the-toolkit"
+# Freed memory counts as free: the allocator keeps none of it aside.
+in_silence env GLIBC_TUNABLES=glibc.malloc.tcache_count=0 "$work/hosts/load-and-unload" "$work/hosts/libplugin.so"
 
 # What was installed is a whole: nothing of the build or source tree is referred to.
 if grep -rIlF -e "$build" -e "$(dirname "$samples")/" "$prefix"; then
