@@ -1,5 +1,7 @@
 #include "clip/ByteReader.h"
 
+#include <algorithm>
+
 #include <unistd.h>
 
 #include "clip/Clip.h"
@@ -7,20 +9,24 @@
 
 namespace zonstory {
 
-namespace {
-
 template <typename Number, bool kBigEnd>
-Number ReadNumber(const ByteReader& reader, std::uint64_t offset) {
-    unsigned char bytes[sizeof(Number)];
-    reader.Read(offset, bytes, sizeof bytes);
+Number ByteReader::ReadNumber(std::uint64_t offset) const {
+    constexpr std::size_t kCount = sizeof(Number);
+    if (offset < mPieceOffset || offset - mPieceOffset + kCount > mPieceSize) {
+        const std::uint64_t left = offset < mSize ? mSize - offset : 0;
+        const auto size = static_cast<std::size_t>(std::clamp<std::uint64_t>(left, kCount, mPiece.size()));
+        mPieceSize = 0; // until it has been read
+        Read(offset, mPiece.data(), size);
+        mPieceOffset = offset;
+        mPieceSize = size;
+    }
+    const unsigned char* const bytes = mPiece.data() + (offset - mPieceOffset);
     Number number = 0;
-    for (std::size_t index = 0; index < sizeof bytes; ++index) {
-        number = static_cast<Number>(number << 8 | bytes[kBigEnd ? index : sizeof bytes - 1 - index]);
+    for (std::size_t index = 0; index < kCount; ++index) {
+        number = static_cast<Number>(number << 8 | bytes[kBigEnd ? index : kCount - 1 - index]);
     }
     return number;
 }
-
-} // namespace
 
 void ByteReader::Read(std::uint64_t offset, void* bytes, std::size_t count) const {
     auto* to = static_cast<std::byte*>(bytes);
@@ -42,19 +48,19 @@ void ByteReader::Read(std::uint64_t offset, void* bytes, std::size_t count) cons
 }
 
 std::uint32_t ByteReader::Big32(std::uint64_t offset) const {
-    return ReadNumber<std::uint32_t, true>(*this, offset);
+    return ReadNumber<std::uint32_t, true>(offset);
 }
 
 std::uint64_t ByteReader::Big64(std::uint64_t offset) const {
-    return ReadNumber<std::uint64_t, true>(*this, offset);
+    return ReadNumber<std::uint64_t, true>(offset);
 }
 
 std::uint32_t ByteReader::Little32(std::uint64_t offset) const {
-    return ReadNumber<std::uint32_t, false>(*this, offset);
+    return ReadNumber<std::uint32_t, false>(offset);
 }
 
 std::uint64_t ByteReader::Little64(std::uint64_t offset) const {
-    return ReadNumber<std::uint64_t, false>(*this, offset);
+    return ReadNumber<std::uint64_t, false>(offset);
 }
 
 } // namespace zonstory

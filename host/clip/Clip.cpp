@@ -31,7 +31,8 @@ MetadataContent ContentOf(const SXMPMeta& xmp) {
 bool Apply(const Change& change, ClipState& state) {
     state.before = ContentOf(state.xmp);
     change(state.xmp);
-    return ContentOf(state.xmp) != state.before;
+    state.wanted = ContentOf(state.xmp);
+    return state.wanted != state.before;
 }
 
 // Renaming over a file needs no permission to write it, but who took that permission away wants it to stay as it is.
@@ -69,7 +70,8 @@ ClipContents ReadClip(const std::filesystem::path& clip, const ClipOptions& opti
     return {state.target, state.file.Path(), state.hasXMP, std::move(state.xmp)};
 }
 
-UpdateResult UpdateClip(const std::filesystem::path& clip, const ClipOptions& options, const Change& change) {
+UpdateResult UpdateClip(const std::filesystem::path& clip, const ClipOptions& options, const Change& change,
+                        KeptFolder* kept) {
     ThrowIfInterrupted();
     ClipState state = LoadClip(clip, options);
     if (!Apply(change, state)) {
@@ -77,7 +79,7 @@ UpdateResult UpdateClip(const std::filesystem::path& clip, const ClipOptions& op
         return MakeResult(Outcome::Unchanged, state);
     }
     RequireWritable(state);
-    Replacement replacement(state.file);
+    Replacement replacement(state.file, kept);
     if (!state.file.IsUnchanged() && !Reload(clip, options, change, state)) {
         return MakeResult(Outcome::Unchanged, state);
     }

@@ -11,6 +11,8 @@
 /// A clip as the program sees it: a file that carries XMP inside, or beside it in a sidecar.
 namespace zonstory {
 
+class KeptFolder;
+
 enum class Target { Inside, Sidecar };
 
 /// How a sidecar is named: clip.xmp, or clip.mov.xmp.
@@ -63,9 +65,10 @@ ClipContents ReadClip(const std::filesystem::path& clip, const ClipOptions& opti
 ///
 /// @param change  Called once; a second time, from the start and with a fresh object, when another run changed the clip
 ///                while this one waited for it. So it collects nothing without clearing it first.
+/// @param kept    As in Workspace (clip/Workspace.h), for those who change many clips.
 /// @throws ClipError, ClipInterrupted (clip/Interrupt.h) among them, and whatever `change` throws; the clip is then as
 ///         it was and nothing is left beside it.
 UpdateResult UpdateClip(const std::filesystem::path& clip, const ClipOptions& options,
-                        const std::function<void(SXMPMeta&)>& change);
+                        const std::function<void(SXMPMeta&)>& change, KeptFolder* kept = nullptr);
 
 } // namespace zonstory

@@ -36,7 +36,7 @@ ClipState LoadSidecar(const std::filesystem::path& clip, SidecarName name) {
     state.file = OpenSidecar(sidecar.path);
     state.hasXMP = state.file.Exists();
     if (state.hasXMP) {
-        state.xmp = ReadSidecar(state.file);
+        state.xmp = ReadSidecar(state.file.File());
     }
     return state;
 }

@@ -21,6 +21,7 @@ struct ClipState {
     bool hasXMP = false;
     SXMPMeta xmp;
     MetadataContent before; ///< What `xmp` said before it was changed.
+    MetadataContent wanted; ///< What it says now.
     std::vector<std::string> notes;
 };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 
 #include "clip/Clip.h"
 #include "clip/Interrupt.h"
@@ -103,16 +104,23 @@ Essence FindInFlv(const ByteReader& file) {
     return essence;
 }
 
+constexpr std::uint64_t kPiece = std::uint64_t{1} << 18; // two of them stay in the cache of a core
+
+// One for each use on a thread, since memory made anew for each of many small clips costs more than to compare them.
+std::byte* PieceBuffer(std::size_t use) {
+    thread_local const std::unique_ptr<std::byte[]> buffer = std::make_unique_for_overwrite<std::byte[]>(2 * kPiece);
+    return buffer.get() + use * kPiece;
+}
+
 void RequireSameBytes(const ByteReader& before, ByteRange rangeBefore, const ByteReader& after, ByteRange rangeAfter) {
-    constexpr std::uint64_t kPiece = std::uint64_t{1} << 18; // two of them stay in the cache of a core
-    std::vector<std::byte> bytesBefore(static_cast<std::size_t>(std::min(kPiece, rangeBefore.size)));
-    std::vector<std::byte> bytesAfter(bytesBefore.size());
+    std::byte* const bytesBefore = PieceBuffer(0);
+    std::byte* const bytesAfter = PieceBuffer(1);
     for (std::uint64_t done = 0; done < rangeBefore.size;) {
         ThrowIfInterrupted();
         const auto piece = static_cast<std::size_t>(std::min(kPiece, rangeBefore.size - done));
-        before.Read(rangeBefore.offset + done, bytesBefore.data(), piece);
-        after.Read(rangeAfter.offset + done, bytesAfter.data(), piece);
-        if (std::memcmp(bytesBefore.data(), bytesAfter.data(), piece) != 0) {
+        before.Read(rangeBefore.offset + done, bytesBefore, piece);
+        after.Read(rangeAfter.offset + done, bytesAfter, piece);
+        if (std::memcmp(bytesBefore, bytesAfter, piece) != 0) {
             throw ClipError("its media would not be the same");
         }
         done += piece;

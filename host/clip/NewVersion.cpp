@@ -23,7 +23,7 @@ bool IsIso(XMP_FileFormat format) {
 }
 
 bool Carries(const SXMPMeta& written, const ClipState& state) {
-    return MetadataContent(state.xmp).IsWhatWasWritten(MetadataContent(written), state.before);
+    return state.wanted.IsWhatWasWritten(MetadataContent(written), state.before);
 }
 
 void RequireWantedMetadata(const SXMPMeta& written, const ClipState& state) {
@@ -74,7 +74,6 @@ void RequireSameMedia(const MediaFile& before, const MediaFile& after, const Cli
 
 void WriteCopy(const ClipState& state, Layout layout, Replacement& replacement) {
     constexpr int kWithSecondCopy = 2; // the toolkit moves an index by making a copy of its own
-    replacement.Discard();
     replacement.CopyTarget(layout == Layout::IndexInFront ? kWithSecondCopy : 1);
     ThrowIfInterrupted();
     WriteEmbeddedXMP(replacement.Path(), state.xmp, layout);
@@ -111,6 +110,7 @@ std::vector<std::string> PrepareClip(const ClipState& state, const ClipOptions& 
     const MediaFile before(state.file.File(), static_cast<std::uint64_t>(state.file.Status().st_size), state.format);
     WriteCopy(state, FirstLayout(before, state), replacement);
     if (!KeepsIndexInFront(before, state, replacement) && !before.essence.mustNotMove) {
+        replacement.Discard();
         WriteCopy(state, Layout::IndexInFront, replacement);
     }
     const FileDescriptor copy = replacement.Open(O_RDWR);
@@ -124,9 +124,8 @@ std::vector<std::string> PrepareClip(const ClipState& state, const ClipOptions& 
 }
 
 void PrepareSidecar(const ClipState& state, Replacement& replacement) {
-    replacement.Discard();
     replacement.Write(SidecarText(state.xmp));
-    RequireWantedMetadata(ReadSidecar(TargetFile::Open(replacement.Path())), state);
+    RequireWantedMetadata(ReadSidecar(replacement.Open(O_RDONLY)), state);
 }
 
 } // namespace

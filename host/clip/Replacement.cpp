@@ -45,9 +45,14 @@ void FlushFolder(const FileDescriptor& folder, std::vector<std::string>& notes) 
     }
 }
 
-// Starts writing to the disk what is in memory, so that the flush at the end finds most of it done.
-void StartFlush(const FileDescriptor& file) {
+// Starts writing to the disk what is in memory, so that the flush at the end finds most of it done. A small file would be
+// written twice, since the toolkit changes it at once.
+void StartFlush(const FileDescriptor& file, std::int64_t size) {
+    constexpr std::int64_t kSmall = std::int64_t{8} << 20;
     constexpr off_t kToTheEnd = 0;
+    if (size <= kSmall) {
+        return;
+    }
     ::sync_file_range(file.Get(), 0, kToTheEnd, SYNC_FILE_RANGE_WRITE);
 }
 
@@ -68,17 +73,17 @@ std::string Replacement::FileName() const {
                          std::all_of(extension.begin(), extension.end(), [](unsigned char character) {
                              return character == '.' || (character < 0x80 && std::isalnum(character) != 0);
                          });
-    return isPlain ? "copy" + extension : "copy";
+    return mWorkspace.FilePrefix() + (isPlain ? "copy" + extension : "copy");
 }
 
 std::filesystem::path Replacement::Path() const {
-    return mWorkspace.Path(FileName());
+    return mWorkspace.FolderPath() / FileName();
 }
 
 void Replacement::CopyTarget(int spaceFactor) {
     const FileDescriptor copy = Create(mWorkspace.Folder(), FileName(), kPrivate);
     CopyFile(mTarget.File(), copy, mTarget.Status().st_size, mTarget.FolderDescriptor(), spaceFactor);
-    StartFlush(copy);
+    StartFlush(copy, mTarget.Status().st_size);
 }
 
 void Replacement::Write(const std::string& bytes) {
@@ -113,6 +118,7 @@ std::vector<std::string> Replacement::Commit(bool preserveTime) {
     }
     ThrowIfInterrupted();
     TakeName();
+    mTarget.CloseFile(); // the old version goes now rather than after the flush, where it would wait for the disk again
     FlushFolder(mTarget.FolderDescriptor(), notes);
     return notes;
 }

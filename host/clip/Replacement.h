@@ -17,7 +17,8 @@ class Replacement {
 public:
     /// Waits until no other run works on the file.
     /// @param target  Must outlive this; need not exist.
-    explicit Replacement(const TargetFile& target) : mTarget(target), mWorkspace(target) {}
+    /// @param kept    As in Workspace.
+    explicit Replacement(TargetFile& target, KeptFolder* kept = nullptr) : mTarget(target), mWorkspace(target, kept) {}
 
     /// Where the new version is written, absolute. Nothing is there before a copy is made or written.
     std::filesystem::path Path() const;
@@ -32,7 +33,7 @@ public:
     /// Opens the new version, as it is now.
     FileDescriptor Open(int flags) const;
 
-    /// Puts the new version in the file's place.
+    /// Puts the new version in the file's place, and closes the file.
     /// @param preserveTime  The new version gets the old one's time of modification.
     /// @return What the user should know: what of the file could not be kept, other hard links.
     /// @throws ClipError when the file was changed by others since it was opened, or a step fails; it is then as it was.
@@ -42,7 +43,7 @@ private:
     std::string FileName() const;
     void TakeName() const;
 
-    const TargetFile& mTarget;
+    TargetFile& mTarget;
     Workspace mWorkspace;
 };
 

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "clip/FileSize.h"
 #include "clip/SystemError.h"
 
 namespace zonstory {
@@ -13,7 +14,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* kExtension = ".xmp";
-constexpr std::int64_t kLargestSidecar = std::int64_t{256} << 20; // far above any; a bound for what is read into memory
+constexpr std::uint64_t kLargestSidecar = std::uint64_t{256}
+                                          << 20; // far above any; a bound for what is read into memory
 constexpr const char* kRDFNamespace = "http://www.w3.org/1999/02/22-rdf-syntax-ns#";
 
 bool Exists(const fs::path& path) {
@@ -21,15 +23,15 @@ bool Exists(const fs::path& path) {
     return ::lstat(path.c_str(), &status) == 0;
 }
 
-std::string ReadWhole(const TargetFile& file) {
-    if (file.Status().st_size > kLargestSidecar) {
+std::string ReadWhole(const FileDescriptor& file) {
+    const std::uint64_t size = FileSize(file);
+    if (size > kLargestSidecar) {
         throw ClipError("its sidecar is too large to be one");
     }
-    std::string bytes(static_cast<std::size_t>(file.Status().st_size), '\0');
+    std::string bytes(static_cast<std::size_t>(size), '\0');
     std::size_t done = 0;
     while (done < bytes.size()) {
-        const ssize_t got =
-            ::pread(file.File().Get(), bytes.data() + done, bytes.size() - done, static_cast<off_t>(done));
+        const ssize_t got = ::pread(file.Get(), bytes.data() + done, bytes.size() - done, static_cast<off_t>(done));
         if (got < 0 && errno == EINTR) {
             continue;
         }
@@ -77,7 +79,7 @@ SidecarChoice ChooseSidecar(const fs::path& clip, SidecarName name) {
     return {wanted, "has two sidecars; " + other.filename().native() + " was left alone"};
 }
 
-SXMPMeta ReadSidecar(const TargetFile& sidecar) {
+SXMPMeta ReadSidecar(const FileDescriptor& sidecar) {
     constexpr const char* kRefusal = "its sidecar is not XMP and is left alone";
     const std::string bytes = ReadWhole(sidecar);
     try {

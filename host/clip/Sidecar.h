@@ -4,7 +4,7 @@
 #include <string>
 
 #include "clip/Clip.h"
-#include "clip/TargetFile.h"
+#include "clip/FileDescriptor.h"
 
 namespace zonstory {
 
@@ -25,9 +25,8 @@ struct SidecarChoice {
 SidecarChoice ChooseSidecar(const std::filesystem::path& clip, SidecarName name);
 
 /// What a sidecar holds.
-/// @param sidecar  Exists.
 /// @throws ClipError when it is no XMP, so that it is never written over.
-SXMPMeta ReadSidecar(const TargetFile& sidecar);
+SXMPMeta ReadSidecar(const FileDescriptor& sidecar);
 
 /// The bytes of a sidecar.
 std::string SidecarText(const SXMPMeta& xmp);

@@ -30,6 +30,9 @@ public:
     const struct stat& Status() const { return mStatus; }
     const FileDescriptor& FolderDescriptor() const { return mFolder; }
 
+    /// Lets go of the file, once its name stands for another.
+    void CloseFile() { mFile = FileDescriptor(); }
+
     /// Whether the name still stands for what was opened, in the same state (or still for nothing).
     bool IsUnchanged() const;
 

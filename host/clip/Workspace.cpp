@@ -20,74 +20,88 @@ namespace zonstory {
 
 namespace {
 
-constexpr const char* kNamePrefix = ".zonstory-";
-constexpr const char* kLockName = "lock";
+constexpr const char* kFolderName = ".zonstory-work";
+constexpr mode_t kPermissions = 07777;
 constexpr auto kRetryInterval = std::chrono::milliseconds(5);
 
-// Short whatever the file's name, which may already have the greatest length there is. Upper and lower case meet in one
-// workspace, for file systems that hold them for the same.
-std::string WorkspaceName(const std::string& fileName) {
+// Of one length whatever the file's name, which may already have the greatest there is. Upper and lower case meet in one,
+// for file systems that hold them for the same.
+std::string PrefixFor(const std::string& fileName) {
     std::uint64_t hash = 0xCBF29CE484222325; // FNV-1a; two names that meet in one value merely wait for each other
     for (const char character : fileName) {
         const bool isUpper = character >= 'A' && character <= 'Z';
         hash ^= static_cast<unsigned char>(isUpper ? character - 'A' + 'a' : character);
         hash *= 0x100000001B3;
     }
-    return fmt::format("{}{:016x}", kNamePrefix, hash);
+    return fmt::format("{:016x}.", hash);
 }
 
-FileDescriptor OpenWorkspace(int parent, const std::string& name) {
-    return FileDescriptor(::openat(parent, name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+std::string LockName(const std::string& prefix) {
+    return prefix + "lock";
 }
 
-// Not open when the workspace has just been removed by the run before.
-FileDescriptor OpenLock(const FileDescriptor& workspace) {
-    return FileDescriptor(
-        ::openat(workspace.Get(), kLockName, O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600));
+// As open to others as the folder it lies in, since whoever may put clips there works in it too.
+void MakeFolder(int parent) {
+    if (::mkdirat(parent, kFolderName, 0700) != 0) {
+        if (errno != EEXIST) {
+            ThrowSystemError("cannot write in its folder");
+        }
+        return;
+    }
+    struct stat status {};
+    if (::fstat(parent, &status) == 0) {
+        ::fchmodat(parent, kFolderName, status.st_mode & kPermissions, 0); // without it, others wait outside
+    }
 }
 
-// The run before removes the lock with its workspace; a lock taken on what it removed keeps nobody out.
-bool IsStillThere(const FileDescriptor& descriptor, int parent, const std::string& name) {
+void RemoveFolder(int parent) {
+    ::unlinkat(parent, kFolderName, AT_REMOVEDIR); // fails while somebody works in it
+}
+
+FileDescriptor OpenFolder(int parent) {
+    FileDescriptor folder(::openat(parent, kFolderName, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    if (!folder.IsOpen() && errno != ENOENT) {
+        ThrowSystemError(std::string("cannot open its working folder ") + kFolderName);
+    }
+    return folder;
+}
+
+// The run before removes its lock in the end; a lock taken on what it removed keeps nobody out.
+bool IsStillThere(const FileDescriptor& lock, const FileDescriptor& folder, const std::string& name) {
     struct stat held {};
     struct stat named {};
-    return ::fstat(descriptor.Get(), &held) == 0 && ::fstatat(parent, name.c_str(), &named, AT_SYMLINK_NOFOLLOW) == 0 &&
+    return ::fstat(lock.Get(), &held) == 0 && ::fstatat(folder.Get(), name.c_str(), &named, AT_SYMLINK_NOFOLLOW) == 0 &&
            held.st_dev == named.st_dev && held.st_ino == named.st_ino;
 }
 
-// All but the lock; nothing in a workspace is a folder.
-void Empty(const FileDescriptor& workspace) {
-    const int copy = ::openat(workspace.Get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    const std::unique_ptr<DIR, int (*)(DIR*)> folder(copy >= 0 ? ::fdopendir(copy) : nullptr, &::closedir);
-    if (!folder) {
+// All but the lock; nothing here is a folder.
+void RemoveFiles(const FileDescriptor& folder, const std::string& prefix) {
+    const int copy = ::openat(folder.Get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const std::unique_ptr<DIR, int (*)(DIR*)> listing(copy >= 0 ? ::fdopendir(copy) : nullptr, &::closedir);
+    if (!listing) {
         return;
     }
-    while (const dirent* entry = ::readdir(folder.get())) {
-        if (const std::string_view name = entry->d_name; name != kLockName && name != "." && name != "..") {
-            ::unlinkat(workspace.Get(), entry->d_name, 0);
+    while (const dirent* entry = ::readdir(listing.get())) {
+        if (const std::string_view name = entry->d_name; name.starts_with(prefix) && name != LockName(prefix)) {
+            ::unlinkat(folder.Get(), entry->d_name, 0);
         }
     }
 }
 
-// The lock's descriptor goes before the folder: where a file is open, a network file system keeps a name for it, and the
-// folder would not be empty. Once its name is gone, the lock keeps nobody out anyway.
-void Remove(int parent, const std::string& name, const FileDescriptor& workspace, FileDescriptor lock) {
-    Empty(workspace);
-    ::unlinkat(workspace.Get(), kLockName, 0);
+// The lock's descriptor goes before the folder can: where a file is open, a network file system keeps a name for it, and
+// the folder would not be empty. Once its name is gone, the lock keeps nobody out anyway.
+void Release(const FileDescriptor& folder, const std::string& prefix, FileDescriptor lock) {
+    RemoveFiles(folder, prefix);
+    ::unlinkat(folder.Get(), LockName(prefix).c_str(), 0);
     lock = FileDescriptor();
-    ::unlinkat(parent, name.c_str(), AT_REMOVEDIR); // fails when the next run has already made its own lock in it
 }
 
 enum class Attempt { Locked, Busy, Gone };
 
-Attempt TryLock(int parent, const std::string& name, FileDescriptor& workspace, FileDescriptor& lock) {
-    workspace = OpenWorkspace(parent, name);
-    if (!workspace.IsOpen()) {
-        if (errno != ENOENT) {
-            ThrowSystemError("cannot open its working folder " + name);
-        }
-        return Attempt::Gone;
-    }
-    lock = OpenLock(workspace);
+Attempt TryLock(const FileDescriptor& folder, const std::string& prefix, FileDescriptor& lock) {
+    const std::string name = LockName(prefix);
+    lock = FileDescriptor(
+        ::openat(folder.Get(), name.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600));
     if (!lock.IsOpen()) {
         if (errno != ENOENT) {
             ThrowSystemError("cannot lock it");
@@ -100,56 +114,80 @@ Attempt TryLock(int parent, const std::string& name, FileDescriptor& workspace, 
         }
         return Attempt::Busy;
     }
-    const bool isOurs = IsStillThere(workspace, parent, name) && IsStillThere(lock, workspace.Get(), kLockName);
-    return isOurs ? Attempt::Locked : Attempt::Gone;
+    return IsStillThere(lock, folder, name) ? Attempt::Locked : Attempt::Gone;
 }
 
 } // namespace
 
-Workspace::Workspace(const TargetFile& target) try : mTarget(target), mName(WorkspaceName(target.Name())) {
+KeptFolder::~KeptFolder() {
+    if (mParent.IsOpen()) {
+        RemoveFolder(mParent.Get());
+    }
+}
+
+void KeptFolder::Keep(const TargetFile& target) {
+    const std::lock_guard lock(mMutex);
+    if (mParent.IsOpen() && mBeside == target.Folder()) {
+        return;
+    }
+    if (mParent.IsOpen()) {
+        RemoveFolder(mParent.Get());
+    }
+    mBeside = target.Folder();
+    mParent = FileDescriptor(::fcntl(target.FolderDescriptor().Get(), F_DUPFD_CLOEXEC, 0));
+    if (!mParent.IsOpen()) {
+        RemoveFolder(target.FolderDescriptor().Get());
+    }
+}
+
+Workspace::Workspace(const TargetFile& target, KeptFolder* kept) try
+    : mTarget(target), mKept(kept), mPrefix(PrefixFor(target.Name())) {
     const int parent = target.FolderDescriptor().Get();
     for (Attempt attempt = Attempt::Gone; attempt != Attempt::Locked;) {
         if (attempt == Attempt::Busy) {
             std::this_thread::sleep_for(kRetryInterval);
         }
         ThrowIfInterrupted();
-        if (::mkdirat(parent, mName.c_str(), 0700) != 0 && errno != EEXIST) {
-            ThrowSystemError("cannot write in its folder");
+        if (mFolder = OpenFolder(parent); !mFolder.IsOpen()) {
+            MakeFolder(parent);
+            mFolder = OpenFolder(parent);
         }
-        attempt = TryLock(parent, mName, mFolder, mLock);
+        attempt = mFolder.IsOpen() ? TryLock(mFolder, mPrefix, mLock) : Attempt::Gone;
     }
-    Empty(mFolder);
+    RemoveFiles(mFolder, mPrefix);
 } catch (const ClipError&) {
     RemoveStale(target); // a folder without the lock that it was made for
     throw;
 }
 
 Workspace::~Workspace() {
-    Remove(mTarget.FolderDescriptor().Get(), mName, mFolder, std::move(mLock));
+    Release(mFolder, mPrefix, std::move(mLock));
+    if (mKept != nullptr) {
+        mKept->Keep(mTarget);
+    } else {
+        RemoveFolder(mTarget.FolderDescriptor().Get());
+    }
 }
 
 void Workspace::RemoveStale(const TargetFile& target) noexcept try {
     const int parent = target.FolderDescriptor().Get();
-    const std::string name = WorkspaceName(target.Name());
-    if (::faccessat(parent, name.c_str(), F_OK, AT_SYMLINK_NOFOLLOW) != 0) {
+    if (::unlinkat(parent, kFolderName, AT_REMOVEDIR) == 0 || errno == ENOENT) {
         return;
     }
-    FileDescriptor workspace;
-    FileDescriptor lock;
-    if (TryLock(parent, name, workspace, lock) == Attempt::Locked) {
-        Remove(parent, name, workspace, std::move(lock));
-    } else {
-        ::unlinkat(parent, name.c_str(), AT_REMOVEDIR); // if nobody has come as far as a lock
+    const std::string prefix = PrefixFor(target.Name());
+    const FileDescriptor folder = OpenFolder(parent);
+    if (::faccessat(folder.Get(), LockName(prefix).c_str(), F_OK, AT_SYMLINK_NOFOLLOW) != 0) {
+        return;
+    }
+    if (FileDescriptor lock; TryLock(folder, prefix, lock) == Attempt::Locked) {
+        Release(folder, prefix, std::move(lock));
+        RemoveFolder(parent);
     }
 } catch (const std::exception&) { // somebody else's, or out of reach: nothing that this run depends on
 }
 
-bool Workspace::IsWorkspaceName(const std::string& name) {
-    return name.starts_with(kNamePrefix);
-}
-
-std::filesystem::path Workspace::Path(const std::string& name) const {
-    return mTarget.Folder() / mName / name;
+std::filesystem::path Workspace::FolderPath() const {
+    return mTarget.Folder() / kFolderName;
 }
 
 } // namespace zonstory

@@ -8,6 +8,7 @@
 #include <fmt/format.h>
 
 #include "clip/Interrupt.h"
+#include "clip/Workspace.h"
 #include "commands/ClipReport.h"
 #include "commands/InOrder.h"
 #include "commands/InterruptSignals.h"
@@ -31,9 +32,10 @@ ClipResult ResultOf(Outcome outcome) {
     return ClipResult::Unchanged;
 }
 
-void Update(const ClipTask& task, const ClipOptions& options, ClipRecord& record) {
+void Update(const ClipTask& task, const ClipOptions& options, KeptFolder& kept, ClipRecord& record) {
     std::vector<zonmetadata::Path> changed;
-    UpdateResult result = UpdateClip(task.clip, options, [&](SXMPMeta& xmp) { changed = task.change(xmp); });
+    UpdateResult result = UpdateClip(
+        task.clip, options, [&](SXMPMeta& xmp) { changed = task.change(xmp); }, &kept);
     record.result = ResultOf(result.outcome);
     record.target = result.target;
     record.file = std::move(result.file);
@@ -44,7 +46,7 @@ void Update(const ClipTask& task, const ClipOptions& options, ClipRecord& record
 }
 
 // Every way to fail becomes a record: one clip never stops the others.
-ClipRecord WorkOn(const ClipTask& task, const ClipOptions& options) {
+ClipRecord WorkOn(const ClipTask& task, const ClipOptions& options, KeptFolder& kept) {
     ClipRecord record;
     record.clip = task.clip;
     record.scene = task.scene;
@@ -62,7 +64,7 @@ ClipRecord WorkOn(const ClipTask& task, const ClipOptions& options) {
         return record;
     }
     try {
-        Update(task, options, record);
+        Update(task, options, kept, record);
     } catch (const ClipInterrupted&) {
         record.result = ClipResult::NotDone;
     } catch (const XMP_Error& error) {
@@ -144,8 +146,9 @@ int RunBatch(const std::vector<ClipTask>& tasks, const BatchOptions& options, co
     const unsigned threads = options.jobs == 0 ? std::max(1U, std::thread::hardware_concurrency()) : options.jobs;
     std::vector<ClipRecord> records;
     records.reserve(tasks.size());
+    KeptFolder kept;
     ComputeInOrder<ClipRecord>(
-        tasks.size(), threads, [&](std::size_t index) { return WorkOn(tasks[index], options.clip); },
+        tasks.size(), threads, [&](std::size_t index) { return WorkOn(tasks[index], options.clip, kept); },
         [&](std::size_t index, ClipRecord record) {
             Print(record, options, words, output);
             records.push_back(std::move(record));

@@ -26,7 +26,9 @@ struct ClipTask {
 
 struct BatchOptions {
     ClipOptions clip;
-    unsigned jobs = 1;      ///< Threads; 0 for as many as there are processors.
+    /// Threads; 0 for as many as there are processors. Several also on one, since with small clips most of the time is
+    /// waiting for the disk, which brings what several wait for there at once; few, for disks that have to seek.
+    unsigned jobs = 4;
     bool showPaths = false; ///< Print the changed paths under each clip.
     std::string report;     ///< A file that gets a row a clip, .json or .csv; empty for none.
 };

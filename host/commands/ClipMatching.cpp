@@ -7,10 +7,12 @@
 #include <ios>
 #include <iterator>
 #include <system_error>
+#include <thread>
 
 #include <fmt/format.h>
 
 #include "commands/ClipEvidence.h"
+#include "commands/InOrder.h"
 #include "match/ClipLog.h"
 #include "match/LogIndex.h"
 #include "output/CsvReader.h"
@@ -71,6 +73,19 @@ void WarnOfLogs(const LogIndex& index, Output& output) {
     }
 }
 
+// On any thread.
+ClipEvidence Gather(const SelectedClip& clip, const ClipOptions& options, SlateStyle style) {
+    ClipEvidence evidence;
+    try {
+        if (clip.refusal.empty()) {
+            evidence = GatherEvidence(clip.path, options, style);
+        }
+    } catch (const std::exception& error) {
+        evidence.problem = error.what();
+    }
+    return evidence;
+}
+
 std::size_t Count(const ClipMatches& matches, Verdict verdict) {
     const auto has = [verdict](const ClipMatch& match) {
         return match.clip.refusal.empty() && match.decision.verdict == verdict;
@@ -99,11 +114,11 @@ ClipMatches MatchClips(const SceneSelection& scenes, std::vector<SelectedClip> c
     const LogIndex index(logs, AbsolutePaths(clips), settings.slates);
     WarnOfLogs(index, output);
     ClipMatches matches = {NumbersOf(scenes), {}};
-    for (std::size_t at = 0; at < clips.size(); ++at) {
+    const auto gather = [&](std::size_t at) { return Gather(clips[at], options, settings.slates); };
+    const auto decide = [&](std::size_t at, ClipEvidence evidence) {
         ClipMatch match;
         match.clip = std::move(clips[at]);
         if (match.clip.refusal.empty()) {
-            ClipEvidence evidence = GatherEvidence(match.clip.path, options, settings.slates);
             if (!evidence.problem.empty()) {
                 output.Warning(match.clip.path.string() + ": " + evidence.problem);
             }
@@ -116,7 +131,8 @@ ClipMatches MatchClips(const SceneSelection& scenes, std::vector<SelectedClip> c
         }
         matches.clips.push_back(std::move(match));
         output.Progress(fmt::format("{} of {} clips", at + 1, clips.size()));
-    }
+    };
+    ComputeInOrder<ClipEvidence>(clips.size(), std::thread::hardware_concurrency(), gather, decide);
     output.EndProgress();
     return matches;
 }

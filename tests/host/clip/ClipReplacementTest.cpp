@@ -1,4 +1,5 @@
 #include <future>
+#include <optional>
 
 #include <sys/stat.h>
 #include <sys/xattr.h>
@@ -68,7 +69,7 @@ TEST_F(ClipReplacement, TellsOfOtherHardLinks) {
 }
 
 TEST_F(ClipReplacement, TooLittleSpaceIsSaidBeforeAnythingIsCopied) {
-    const zonstory::TargetFile target = zonstory::TargetFile::Open(mClip);
+    zonstory::TargetFile target = zonstory::TargetFile::Open(mClip);
     constexpr int kMoreThanAnyDisk = 1'000'000'000;
     zonstory::Replacement replacement(target);
     try {
@@ -83,7 +84,7 @@ TEST_F(ClipReplacement, TooLittleSpaceIsSaidBeforeAnythingIsCopied) {
 // A recorder that still writes, a sync tool that replaces: what they did stays.
 TEST_F(ClipReplacement, NeverTakesThePlaceOfAClipThatChanged) {
     const auto commit = [&](auto meddle) {
-        const zonstory::TargetFile target = zonstory::TargetFile::Open(mClip);
+        zonstory::TargetFile target = zonstory::TargetFile::Open(mClip);
         zonstory::Replacement replacement(target);
         replacement.CopyTarget(1);
         meddle();
@@ -106,7 +107,7 @@ TEST_F(ClipReplacement, NeverTakesThePlaceOfAClipThatChanged) {
 }
 
 TEST_F(ClipReplacement, NeverTakesThePlaceOfASidecarThatCameMeanwhile) {
-    const zonstory::TargetFile target = zonstory::TargetFile::OpenOrAbsent(mFolder / "new.xmp");
+    zonstory::TargetFile target = zonstory::TargetFile::OpenOrAbsent(mFolder / "new.xmp");
     zonstory::Replacement replacement(target);
     replacement.Write("ours");
     support::WriteFile(mFolder / "new.xmp", "theirs");
@@ -147,11 +148,12 @@ TEST(ConcurrentThreads, WorkOnDifferentClips) {
         clips.push_back(support::MakeClip(folder.Path(), support::SampleNamed(name)));
     }
     constexpr int kRounds = 20;
+    std::optional<zonstory::KeptFolder> kept(std::in_place);
     std::vector<std::future<void>> threads;
     for (const fs::path& clip : clips) {
-        threads.push_back(std::async(std::launch::async, [&clip] {
+        threads.push_back(std::async(std::launch::async, [&clip, &kept] {
             for (int round = 1; round <= kRounds; ++round) {
-                zonstory::UpdateClip(clip, {}, SetSource(std::to_string(round)));
+                zonstory::UpdateClip(clip, {}, SetSource(std::to_string(round)), &*kept);
             }
         }));
     }
@@ -159,6 +161,8 @@ TEST(ConcurrentThreads, WorkOnDifferentClips) {
         EXPECT_NO_THROW(threads[index].get());
         EXPECT_EQ(support::SourceOf(clips[index]), std::to_string(kRounds)) << clips[index];
     }
+    kept.reset();
+    EXPECT_EQ(support::NamesIn(folder.Path()).size(), clips.size() + 1); // a sidecar
 }
 
 // Each run sets a property of its own; one that read before another wrote would undo it.

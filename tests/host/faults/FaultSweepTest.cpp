@@ -88,6 +88,16 @@ protected:
             << testing::PrintToString(support::NamesIn(mFolder.Path()));
     }
 
+    bool IsReplacing(const Call& call) const {
+        return call.name.starts_with("rename") && call.subject.ends_with(mTarget.filename().native());
+    }
+
+    // The last moment at which the next run finds the old clip, and the first at which it finds the new one, with all that
+    // a run makes left lying beside it.
+    bool IsAroundReplacing(std::size_t position) const {
+        return IsReplacing(mCalls[position]) || (position > 0 && IsReplacing(mCalls[position - 1]));
+    }
+
     fs::path Log() const { return mLogFolder / "calls"; }
 
     support::TemporaryFolder mFolder;
@@ -102,7 +112,8 @@ TEST_P(FaultSweep, LeavesTheOldClipOrTheNewOne) {
     std::size_t tried = 0;
     for (std::size_t position = 0; position < mCalls.size() && !HasFailure(); ++position) {
         for (std::size_t fault = 0; fault < std::size(kFaults); ++fault) {
-            if ((position * std::size(kFaults) + fault) % FAULT_STRIDE == 0) {
+            const bool isInShare = (position * std::size(kFaults) + fault) % FAULT_STRIDE == 0;
+            if (isInShare || (kFaults[fault] == kKilled && IsAroundReplacing(position))) {
                 TryFault(position, kFaults[fault]);
                 ++tried;
             }
@@ -117,11 +128,10 @@ TEST_P(FaultSweep, LeavesTheOldClipOrTheNewOne) {
 TEST_P(FaultSweep, FlushesBeforeAndAfterTheNameChanges) {
     std::vector<std::string> order;
     for (const Call& call : mCalls) {
-        const bool isRename = call.name.starts_with("rename") && call.subject.ends_with(mTarget.filename().native());
         const bool isFlush = call.name == "fsync";
         const bool isWrite = call.name.find("write") != std::string::npos || call.name.starts_with("copy_file") ||
                              call.name.starts_with("ftrunc");
-        const char* const step = isRename ? "rename" : isFlush ? "flush" : isWrite ? "write" : "";
+        const char* const step = IsReplacing(call) ? "rename" : isFlush ? "flush" : isWrite ? "write" : "";
         if (*step != '\0' && (order.empty() || order.back() != step)) {
             order.emplace_back(step);
         }
