@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <zonstoryparser/Story.h>
 
@@ -98,6 +99,28 @@ TEST_F(StoryTraversal, WritesThroughNothingThatWasPlanted) {
         EXPECT_EQ(std::filesystem::symlink_status(Dump(written)).type(), std::filesystem::file_type::regular);
         EXPECT_EQ(ActionIn(Dump(written)), "new");
     }
+}
+
+// A directory as /tmp is: everyone may make files in it, and remove only their own.
+TEST_F(StoryTraversal, LeavesAnotherUsersFileAlone) {
+    if (::geteuid() != 0) {
+        GTEST_SKIP() << "only root can make a file of another user";
+    }
+    constexpr uid_t kOther = 65533;
+    constexpr uid_t kCaller = 65534;
+    ASSERT_EQ(::chmod(mFolder.Path().c_str(), 01777), 0);
+    support::WriteFile(Dump(1), "theirs");
+    ASSERT_EQ(::chown(Dump(1).c_str(), kOther, kOther), 0);
+    ASSERT_EQ(::chmod(Dump(1).c_str(), 0666), 0); // it could be written
+    const auto scene = MakeScene({{kAction, u"new"}});
+    SetBody(MakeSection({scene, scene}));
+
+    ASSERT_EQ(::seteuid(kCaller), 0);
+    const bool isDone = TraverseStory(mStory, mReport);
+    ASSERT_EQ(::seteuid(0), 0);
+    EXPECT_TRUE(isDone);
+    EXPECT_EQ(support::ReadFile(Dump(1)), "theirs");
+    EXPECT_EQ(ActionIn(Dump(2)), "new");
 }
 
 } // namespace
