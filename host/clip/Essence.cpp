@@ -104,17 +104,12 @@ Essence FindInFlv(const ByteReader& file) {
     return essence;
 }
 
-constexpr std::uint64_t kPiece = std::uint64_t{1} << 18; // two of them stay in the cache of a core
-
-// One for each use on a thread, since memory made anew for each of many small clips costs more than to compare them.
-std::byte* PieceBuffer(std::size_t use) {
-    thread_local const std::unique_ptr<std::byte[]> buffer = std::make_unique_for_overwrite<std::byte[]>(2 * kPiece);
-    return buffer.get() + use * kPiece;
-}
-
 void RequireSameBytes(const ByteReader& before, ByteRange rangeBefore, const ByteReader& after, ByteRange rangeAfter) {
-    std::byte* const bytesBefore = PieceBuffer(0);
-    std::byte* const bytesAfter = PieceBuffer(1);
+    constexpr std::uint64_t kPiece = std::uint64_t{1} << 18; // two of them stay in the cache of a core
+    const auto length = static_cast<std::size_t>(std::min(kPiece, rangeBefore.size));
+    const auto buffer = std::make_unique_for_overwrite<std::byte[]>(2 * length);
+    std::byte* const bytesBefore = buffer.get();
+    std::byte* const bytesAfter = buffer.get() + length;
     for (std::uint64_t done = 0; done < rangeBefore.size;) {
         ThrowIfInterrupted();
         const auto piece = static_cast<std::size_t>(std::min(kPiece, rangeBefore.size - done));
