@@ -42,6 +42,13 @@ public:
     /// The place of this name. Its name is set; its attributes are those of the last element in this place.
     CachedElement& Find(const char16_t* name);
 
+    /// Sets the name of a place again that other elements may have used since.
+    void Restore(CachedElement& place, const char16_t* name) {
+        if (&place == &mOthers) {
+            place.SetName(name);
+        }
+    }
+
 private:
     static constexpr std::size_t kPlaces = 16; // the format has ten names
 

@@ -23,6 +23,8 @@ const char16_t* const* Units(const XML_Char** texts) {
     return reinterpret_cast<const char16_t* const*>(texts);
 }
 
+constexpr std::size_t kTextPiece = 16 * 1024; // characters that are held back at most
+
 std::size_t CountAttributes(const char16_t* const* attributes) {
     std::size_t count = 0;
     while (attributes[2 * count] != nullptr) {
@@ -198,6 +200,7 @@ void StoryDriver::StartElement(const char16_t* name, const char16_t* const* attr
     if (mStopped) {
         return;
     }
+    DeliverText();
     mHandler.StartElement(element.Name(), element.Attributes());
     if (mHandler.HasParseError()) {
         return StopAtHandlersError();
@@ -210,7 +213,8 @@ void StoryDriver::StartElement(const char16_t* name, const char16_t* const* attr
 void StoryDriver::EndElement(const char16_t* name) {
     CachedElement& element = *mOpen.back();
     mOpen.pop_back();
-    element.SetName(name); // another element may have used the place meanwhile
+    mElements.Restore(element, name);
+    DeliverText();
     mHandler.EndElement(element.Name());
     if (mHandler.HasParseError()) {
         StopAtHandlersError();
@@ -226,8 +230,18 @@ void StoryDriver::Characters(const char16_t* text, std::size_t length) {
     if (mStopped) {
         return;
     }
-    mText.assign(text, length);
-    mHandler.Characters(mText);
+    mText.append(text, length);
+    if (mText.size() >= kTextPiece) {
+        DeliverText();
+    }
+}
+
+// The parser reports every line end and every entity apart; the handler gets them together.
+void StoryDriver::DeliverText() {
+    if (!mText.empty()) {
+        mHandler.Characters(mText);
+        mText.clear();
+    }
 }
 
 void StoryDriver::CountEntity() {

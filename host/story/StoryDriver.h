@@ -46,6 +46,7 @@ private:
     void StartElement(const char16_t* name, const char16_t* const* attributes);
     void EndElement(const char16_t* name);
     void Characters(const char16_t* text, std::size_t length);
+    void DeliverText();
     void CheckUnfinishedMarkup();
     void CountEntity();
     void AddContent(std::size_t length);
@@ -61,7 +62,7 @@ private:
     zonstoryparser::StoryParser mHandler;
     ElementCache mElements;
     std::vector<CachedElement*> mOpen;
-    zoncore::UString mText;
+    zoncore::UString mText; // not delivered yet
     struct {
         std::size_t bytes = 0; // read from the file
         std::size_t content = 0;

@@ -28,10 +28,15 @@ constexpr ElementName kElementNames[] = {
     {u"Transition", kTransition},
 };
 
-// A missing attribute is an empty one, never an earlier value.
+// A missing attribute is an empty one, never an earlier value. An element has a handful of them: looking at their lengths
+// one after the other is quicker than the map's own search, which compares character by character.
 UString Attribute(const AttributeMap& attributes, const UString& name) {
-    const auto found = attributes.find(name);
-    return found == attributes.end() ? UString() : found->second;
+    for (const auto& [known, value] : attributes) {
+        if (known.size() == name.size() && known == name) {
+            return value;
+        }
+    }
+    return {};
 }
 
 ObjectID GetObjectID(const AttributeMap& attributes) {
