@@ -1,6 +1,5 @@
 #include "Allocations.h"
 
-#include <atomic>
 #include <cstdlib>
 #include <new>
 
@@ -8,8 +7,12 @@
 
 namespace {
 
-std::atomic<std::size_t> gCalls{0};
-std::atomic<std::size_t> gBytesInUse{0};
+bool gCounts = false; // one thread measures
+bench::Allocations gAllocations;
+
+std::ptrdiff_t SizeOf(void* memory) {
+    return static_cast<std::ptrdiff_t>(malloc_usable_size(memory) + sizeof(std::size_t));
+}
 
 } // namespace
 
@@ -18,16 +21,18 @@ void* operator new(std::size_t size) {
     if (memory == nullptr) {
         throw std::bad_alloc();
     }
-    gCalls.fetch_add(1, std::memory_order_relaxed);
-    gBytesInUse.fetch_add(malloc_usable_size(memory) + sizeof(std::size_t), std::memory_order_relaxed);
+    if (gCounts) {
+        ++gAllocations.calls;
+        gAllocations.bytesLeft += SizeOf(memory);
+    }
     return memory;
 }
 
 void operator delete(void* memory) noexcept {
-    if (memory != nullptr) {
-        gBytesInUse.fetch_sub(malloc_usable_size(memory) + sizeof(std::size_t), std::memory_order_relaxed);
-        std::free(memory);
+    if (gCounts && memory != nullptr) {
+        gAllocations.bytesLeft -= SizeOf(memory);
     }
+    std::free(memory);
 }
 
 void operator delete(void* memory, std::size_t) noexcept {
@@ -36,8 +41,12 @@ void operator delete(void* memory, std::size_t) noexcept {
 
 namespace bench {
 
-Allocations Allocations::Now() {
-    return {gCalls.load(), gBytesInUse.load()};
+Allocations Allocations::During(const std::function<void()>& step) {
+    gAllocations = {};
+    gCounts = true;
+    step();
+    gCounts = false;
+    return gAllocations;
 }
 
 } // namespace bench
