@@ -83,4 +83,21 @@ void DirectMetadata::DeleteDialogue() {
     xmp_delete_property(Handle(mXMP), kScript, "dialogSequence");
 }
 
+std::size_t DirectMetadata::CountDialogue() const {
+    const auto hasItem = [this](std::size_t item) {
+        const std::string path = "dialogSequence[" + std::to_string(item) + "]";
+        return xmp_has_property(Handle(mXMP), kScript, path.c_str());
+    };
+    std::size_t present = 0;
+    std::size_t absent = 1;
+    for (; hasItem(absent); absent *= 2) {
+        present = absent;
+    }
+    while (absent - present > 1) {
+        const std::size_t middle = (present + absent) / 2;
+        (hasItem(middle) ? present : absent) = middle;
+    }
+    return present;
+}
+
 } // namespace bench

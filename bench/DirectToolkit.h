@@ -29,6 +29,8 @@ public:
     /// Reads every field of so many items.
     std::size_t ReadDialogue(std::size_t items) const;
     void DeleteDialogue();
+    /// Found as the library finds it, by doubling and halving.
+    std::size_t CountDialogue() const;
 
 private:
     void* mXMP;

@@ -54,6 +54,30 @@ void OverDialogueFloor(benchmark::State& state) {
     }
 }
 
+// What the caller is owed beside the metadata: the number of items that were there, and a path for each of their fields.
+std::vector<std::string> DialoguePaths(std::size_t items) {
+    std::vector<std::string> paths;
+    for (std::size_t item = 1; item <= items; ++item) {
+        for (const char* const field : {"character", "dialog"}) {
+            paths.push_back("dialogSequence[" + std::to_string(item) + "]/xmpScript:" + field);
+        }
+    }
+    return paths;
+}
+
+void OverDialogueListedFloor(benchmark::State& state) {
+    bench::DirectMetadata xmp;
+    for (auto _ : state) {
+        state.PauseTiming();
+        xmp.DeleteDialogue();
+        xmp.AppendDialogue(DirectDialogue(200));
+        state.ResumeTiming();
+        const std::size_t items = xmp.CountDialogue();
+        xmp.WriteClipProperties(Story().direct[0]);
+        benchmark::DoNotOptimize(DialoguePaths(items));
+    }
+}
+
 void OverDialogueOurs(benchmark::State& state) {
     SXMPMeta xmp;
     std::vector<zonmetadata::Path> changed;
@@ -71,6 +95,8 @@ BENCHMARK(FreshFloor)->Name("WriteSceneMetadata/floor/fresh");
 BENCHMARK(FreshOurs)->Name("WriteSceneMetadata/ours/fresh");
 BENCHMARK(OverDialogueFloor)->Name("WriteSceneMetadata/floor/over 200 items");
 BENCHMARK(OverDialogueOurs)->Name("WriteSceneMetadata/ours/over 200 items");
+BENCHMARK(OverDialogueListedFloor)->Name("WriteSceneMetadata/floor/over 200 items, counted and listed");
+BENCHMARK(OverDialogueOurs)->Name("WriteSceneMetadata/ours/over 200 items, counted and listed");
 
 void DialogueFloor(benchmark::State& state) {
     const Dialogue dialogue = DirectDialogue(state.range(0));
