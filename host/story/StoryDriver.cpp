@@ -23,7 +23,7 @@ const char16_t* const* Units(const XML_Char** texts) {
     return reinterpret_cast<const char16_t* const*>(texts);
 }
 
-constexpr std::size_t kTextPiece = 16 * 1024; // characters that are held back at most
+constexpr std::size_t kTextPiece = 16'000; // characters that are held back at most
 
 std::size_t CountAttributes(const char16_t* const* attributes) {
     std::size_t count = 0;

@@ -27,10 +27,10 @@ std::vector<std::string> LeavesOfAnItem(const zonmetadata::Path& array) {
     for (zonmetadata::Path& leaf : zonmetadata::DescendantLeafPaths(item)) {
         zonmetadata::AddIncludePath(paths, std::move(leaf));
     }
-    std::vector<std::string> leaves;
-    for (const zonmetadata::Path& path : paths) {
-        leaves.push_back(path.PropertyPath().substr(item.PropertyPath().size()));
-    }
+    std::vector<std::string> leaves(paths.size());
+    std::transform(paths.begin(), paths.end(), leaves.begin(), [&](const zonmetadata::Path& path) {
+        return path.PropertyPath().substr(item.PropertyPath().size());
+    });
     return leaves;
 }
 
