@@ -8,10 +8,7 @@
 namespace zonstoryparser {
 
 void ReplaceDumpFile(const zoncore::UString& path, const std::string& bytes) {
-    zoncore::File existing(path);
-    if (existing.Exists()) {
-        existing.Delete();
-    }
+    zoncore::File(path).Delete(); // of an earlier dump, if there was one
     // "x": fails when anything is at the path again, a dangling link included.
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(zoncore::UTF16to8(path).c_str(), "wx"),
                                                                &std::fclose);
