@@ -11,6 +11,7 @@
 #include <fmt/format.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "clip/Clip.h"
 #include "clip/Interrupt.h"
@@ -22,6 +23,7 @@ namespace {
 
 constexpr const char* kFolderName = ".zonstory-work";
 constexpr mode_t kPermissions = 07777;
+constexpr mode_t kEverybodyMayWrite = 0222; // a bit above, each may read
 constexpr auto kRetryInterval = std::chrono::milliseconds(5);
 
 // Of one length whatever the file's name, which may already have the greatest there is. Upper and lower case meet in one,
@@ -40,7 +42,8 @@ std::string LockName(const std::string& prefix) {
     return prefix + "lock";
 }
 
-// As open to others as the folder it lies in, since whoever may put clips there works in it too.
+// As open to others as the folder it lies in, since whoever may put clips there works in it too; and to be listed by all
+// of them, since leftovers are sought in it.
 void MakeFolder(int parent) {
     if (::mkdirat(parent, kFolderName, 0700) != 0) {
         if (errno != EEXIST) {
@@ -50,7 +53,9 @@ void MakeFolder(int parent) {
     }
     struct stat status {};
     if (::fstat(parent, &status) == 0) {
-        ::fchmodat(parent, kFolderName, status.st_mode & kPermissions, 0); // without it, others wait outside
+        const mode_t writers = status.st_mode & kEverybodyMayWrite;
+        const mode_t mode = (status.st_mode & kPermissions) | S_IRWXU | writers << 1;
+        ::fchmodat(parent, kFolderName, mode, 0); // without it, others wait outside
     }
 }
 
@@ -58,10 +63,26 @@ void RemoveFolder(int parent) {
     ::unlinkat(parent, kFolderName, AT_REMOVEDIR); // fails while somebody works in it
 }
 
+// In a sticky folder nobody can take another's clip away, but whoever owns the working folder could exchange what lies in
+// it. Elsewhere those who could do so can change the clip itself.
+void CheckOwner(const FileDescriptor& folder, int parent) {
+    struct stat working {};
+    struct stat around {};
+    if (::fstat(folder.Get(), &working) != 0 || working.st_uid == ::geteuid()) {
+        return;
+    }
+    if (::fstat(parent, &around) == 0 && (around.st_mode & S_ISVTX) != 0 && working.st_uid != around.st_uid) {
+        throw ClipError(std::string("its working folder ") + kFolderName + " belongs to another user");
+    }
+}
+
 FileDescriptor OpenFolder(int parent) {
     FileDescriptor folder(::openat(parent, kFolderName, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
     if (!folder.IsOpen() && errno != ENOENT) {
         ThrowSystemError(std::string("cannot open its working folder ") + kFolderName);
+    }
+    if (folder.IsOpen()) {
+        CheckOwner(folder, parent);
     }
     return folder;
 }

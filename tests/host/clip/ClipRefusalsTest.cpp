@@ -101,6 +101,25 @@ TEST(Sidecars, ThatAreNoFilesAreRefused) {
     EXPECT_EQ(ReasonFor(folder / "B.mkv"), "its sidecar cannot be found: No such file or directory");
 }
 
+// Whoever owns the working folder could exchange the new version behind the program's back.
+TEST(WorkingFolder, OfAnotherUserWhereNobodyMayTouchAnothersFiles) {
+    if (::geteuid() != 0) {
+        GTEST_SKIP() << "only the root user can give a folder to somebody else";
+    }
+    const support::TemporaryFolder folder;
+    const fs::path clip = support::MakeClip(folder.Path(), support::SampleNamed("MovIndexAtEnd"));
+    const std::string bytes = support::ReadFile(clip);
+    const fs::path working = folder / ".zonstory-work";
+    fs::create_directory(working);
+    support::WriteFile(working / "somebody's", "work");
+    ASSERT_EQ(::chown(working.c_str(), 1234, 1234), 0);
+    ASSERT_EQ(::chmod(folder.Path().c_str(), 01777), 0);
+    EXPECT_EQ(ReasonFor(clip), "its working folder .zonstory-work belongs to another user");
+    EXPECT_TRUE(support::ReadFile(clip) == bytes);
+    ASSERT_EQ(::chmod(folder.Path().c_str(), 0777), 0); // here he could change the clip itself
+    EXPECT_EQ(ReasonFor(clip), "");
+}
+
 // As an ordinary user, since no permission holds for the root user.
 class Permissions : public testing::Test {
 protected:
