@@ -195,6 +195,9 @@ void StoryDriver::StartElement(const char16_t* name, const char16_t* const* attr
     if (mSpent.items > limits.items) { // before they are copied: a declaration gives an element any number of them
         return Stop("the story has more than " + std::to_string(limits.items) + " elements and attributes");
     }
+    if (element.Name() == u"scene" && ++mSpent.scenes > limits.scenes) {
+        return Stop("the story has more than " + std::to_string(limits.scenes) + " scenes");
+    }
     mSpent.text = 0;
     AddContent(element.SetAttributes(attributes));
     if (mStopped) {

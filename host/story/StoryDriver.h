@@ -68,6 +68,7 @@ private:
         std::size_t content = 0;
         std::size_t text = 0; // since the last start tag
         std::size_t items = 0;
+        std::size_t scenes = 0;
         std::size_t entities = 0;
     } mSpent;
     SourceLines mLines;

@@ -12,18 +12,20 @@ struct StoryLimits {
     /// Bytes of the file, and again UTF-16 units of text and attribute values as the story receives them: with entities
     /// expanded and default attributes filled in.
     std::size_t size = 128 * kMiB;
-    std::size_t items = size / 16; ///< Elements and attributes, counted together; a story has one in 30 bytes.
-    std::size_t depth = 1000;      ///< Elements open at once; a story needs nine.
-    std::size_t text = 16 * kMiB;  ///< UTF-16 units from one start tag to the next.
-    std::size_t markup = kMiB;     ///< Bytes of one tag, comment or declaration, give or take a piece of reading.
-    std::size_t entities = 1000;   ///< Declared in the file. The XML parser's stack grows with a chain of them.
-    float amplification = 10;      ///< How many times over entities may multiply the file, once beyond 8 MiB.
+    std::size_t items = size / 16;   ///< Elements and attributes, counted together; a story has one in 30 bytes.
+    std::size_t scenes = size / 256; ///< What is said of each takes ten times its room.
+    std::size_t depth = 1000;        ///< Elements open at once; a story needs nine.
+    std::size_t text = 16 * kMiB;    ///< UTF-16 units from one start tag to the next.
+    std::size_t markup = kMiB;       ///< Bytes of one tag, comment or declaration, give or take a piece of reading.
+    std::size_t entities = 1000;     ///< Declared in the file. The XML parser's stack grows with a chain of them.
+    float amplification = 10;        ///< How many times over entities may multiply the file, once beyond 8 MiB.
 
     /// These limits for stories of up to `mebibytes`.
     static StoryLimits ForSize(std::size_t mebibytes) {
         StoryLimits limits;
         limits.size = mebibytes * kMiB;
         limits.items = limits.size / 16;
+        limits.scenes = limits.size / 256;
         return limits;
     }
 };

@@ -142,6 +142,7 @@ TEST(StoryLimits, EachMayBeReachedAndNotPassed) {
     } rows[] = {
         {&StoryLimits::size, story.size(), "the file is longer than"},
         {&StoryLimits::items, 13, "more than 12 elements and attributes"},
+        {&StoryLimits::scenes, 1, "more than 0 scenes"},
         {&StoryLimits::depth, 7, "nested more than 6 deep"},
         {&StoryLimits::text, 10, "longer than 9 characters"},
         {&StoryLimits::entities, 2, "more than 1 entities"},
