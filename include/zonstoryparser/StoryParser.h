@@ -64,7 +64,7 @@ private:
     ZONSTORYPARSER_LOCAL void CloseOpenElements();
 
     std::int32_t mCurrentTag; // of the element that started or ended last
-    UString mText; // character data since the last start tag
+    UString mText;            // character data since the last start tag
     bool mHasError = false;
     UString mError;
     boost::intrusive_ptr<Talewright> mStory;
