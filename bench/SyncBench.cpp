@@ -63,28 +63,28 @@ void FreshOurs(benchmark::State& state) {
 }
 
 // The clip holds 200 items each time; putting them there is not measured.
-void OverDialogueFloor(benchmark::State& state) {
+template <typename Write>
+void OverDialogue(benchmark::State& state, Write write) {
     bench::DirectMetadata xmp;
     for (auto _ : state) {
         state.PauseTiming();
         xmp.DeleteDialogue();
         xmp.AppendDialogue(DirectDialogue(200));
         state.ResumeTiming();
-        xmp.WriteClipProperties(Story().direct[0]);
+        write(xmp);
     }
 }
 
+void OverDialogueFloor(benchmark::State& state) {
+    OverDialogue(state, [](bench::DirectMetadata& xmp) { xmp.WriteClipProperties(Story().direct[0]); });
+}
+
 void OverDialogueListedFloor(benchmark::State& state) {
-    bench::DirectMetadata xmp;
-    for (auto _ : state) {
-        state.PauseTiming();
-        xmp.DeleteDialogue();
-        xmp.AppendDialogue(DirectDialogue(200));
-        state.ResumeTiming();
+    OverDialogue(state, [](bench::DirectMetadata& xmp) {
         const std::size_t items = xmp.CountDialogue();
         xmp.WriteClipProperties(Story().direct[0]);
         benchmark::DoNotOptimize(DialoguePaths(items));
-    }
+    });
 }
 
 void OverDialogueOurs(benchmark::State& state) {

@@ -23,19 +23,13 @@ constexpr char kName[] = "day:3.csv";
 const std::vector<std::string> kClips = {"/rushes/A001/C0001.MP4", "/rushes/A002/C0001.MP4",
                                          "/rushes/A007C006_160424_R28L.mov", "/rushes/12A-3.mov", "/sound/12A-3.WAV"};
 
-bool IsTrimmed(std::string_view text) {
-    constexpr std::string_view kBlanks = " \t\r\n";
-    return text.empty() || (kBlanks.find(text.front()) == std::string_view::npos &&
-                            kBlanks.find(text.back()) == std::string_view::npos);
-}
-
 void CheckRows(const ClipLog& log, std::size_t lines) {
     fuzz::RequireRowsInFile(log.rows, 1, lines); // below a header, at least
     REQUIRE(log.known.AreEnough());
     for (const ClipLog::Row& row : log.rows) {
         REQUIRE(log.Where(row) == kName + (":" + std::to_string(row.line)));
         for (std::size_t column = 0; column < row.fields.size() + 1; ++column) {
-            REQUIRE(IsTrimmed(log.Field(row, column)));
+            REQUIRE(fuzz::IsTrimmed(log.Field(row, column)));
         }
     }
 }
@@ -54,9 +48,7 @@ void CheckWrittenAgain(const ClipLog& log) {
     }
     const ClipLog reread = ReadClipLog(again, kName);
     REQUIRE(reread.columns == log.columns);
-    REQUIRE(
-        std::equal(reread.rows.begin(), reread.rows.end(), log.rows.begin(), log.rows.end(),
-                   [](const ClipLog::Row& left, const ClipLog::Row& right) { return left.fields == right.fields; }));
+    fuzz::RequireSameFields(reread.rows, log.rows);
 }
 
 void CheckIndex(const std::vector<ClipLog>& logs, SlateStyle style, std::size_t lines) {

@@ -42,8 +42,7 @@ void CheckCsv(const CsvContents& contents, std::size_t lines) {
     }
     const CsvContents reread = ParseCsv(again, "again");
     REQUIRE(reread.header.fields == contents.header.fields);
-    REQUIRE(std::equal(reread.rows.begin(), reread.rows.end(), contents.rows.begin(), contents.rows.end(),
-                       [](const CsvRow& left, const CsvRow& right) { return left.fields == right.fields; }));
+    fuzz::RequireSameFields(reread.rows, contents.rows);
 }
 
 void CheckMap(const SceneMap& map, const CsvContents& contents, const SceneSelection& scenes) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <charconv>
 #include <cstddef>
 #include <string>
@@ -14,6 +15,13 @@ namespace fuzz {
 /// Whether the conversions that replace what is malformed leave the text alone.
 inline bool IsUTF8(const std::string& text) {
     return zoncore::UTF16to8(zoncore::UTF8to16(text)) == text;
+}
+
+/// Whether no blank stands at either end.
+inline bool IsTrimmed(std::string_view text) {
+    constexpr std::string_view kBlanks = " \t\r\n";
+    return text.empty() || (kBlanks.find(text.front()) == std::string_view::npos &&
+                            kBlanks.find(text.back()) == std::string_view::npos);
 }
 
 /// Lines that end with LF, CR LF or CR; an empty text has one. Of UTF-16 bytes it is at least their number.
@@ -35,6 +43,13 @@ inline void RequireErrorInFile(std::string_view error, std::string_view name, st
         REQUIRE(problem == std::errc() && *end == ':');
         REQUIRE(line >= 1 && line <= lines);
     }
+}
+
+/// Requires the same fields in row after row.
+template <typename Rows>
+void RequireSameFields(const Rows& left, const Rows& right) {
+    REQUIRE(std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                       [](const auto& one, const auto& other) { return one.fields == other.fields; }));
 }
 
 /// Requires rows to stand below one another within a file, the first beyond `above`.

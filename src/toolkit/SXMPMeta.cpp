@@ -8,13 +8,13 @@
 
 #include <zonstoryparser/XMPToolkit.h>
 
+#include "toolkit/FieldPath.h"
 #include "toolkit/KnownPrefix.h"
 #include "toolkit/ToolkitCall.h"
 #include "toolkit/ToolkitString.h"
 #include "toolkit/ToolkitText.h"
 
 using zonstoryparser::CallToolkit;
-using zonstoryparser::KnownPrefix;
 using zonstoryparser::PropertySubject;
 using zonstoryparser::ThrowToolkitError;
 using zonstoryparser::ToolkitString;
@@ -51,20 +51,9 @@ void Free(void* object) {
     }
 }
 
-// The C interface has no calls for fields, so a field is named by a path with the prefix of its namespace.
 std::string FieldPath(const char* structName, const char* fieldNS, const char* fieldName) {
-    constexpr const char* kOperation = "cannot name the field";
-    const std::string prefix = KnownPrefix(fieldNS);
-    if (prefix.empty()) {
-        ThrowToolkitError(kXMPErr_BadSchema, kOperation, PropertySubject(fieldNS, fieldName));
-    }
-    const std::string_view field = fieldName != nullptr ? fieldName : "";
-    if (field.find_first_of("/[:") != std::string_view::npos) { // more than one step, which a path would take as such
-        ThrowToolkitError(kXMPErr_BadXPath, kOperation, PropertySubject(fieldNS, fieldName));
-    }
     std::string path = structName != nullptr ? structName : "";
-    path.reserve(path.size() + 1 + prefix.size() + field.size());
-    path.append("/").append(prefix).append(field);
+    zonstoryparser::AppendField(path, fieldNS, fieldName);
     return path;
 }
 

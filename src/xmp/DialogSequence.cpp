@@ -2,7 +2,7 @@
 
 #include <zonstoryparser/Story.h>
 
-#include "toolkit/KnownPrefix.h"
+#include "toolkit/FieldPath.h"
 #include "toolkit/ToolkitSilence.h"
 #include "xmp/PropertyAccess.h"
 
@@ -16,18 +16,14 @@ public:
     /// @throws XMP_Error when the toolkit does not know the namespace.
     void MoveTo(XMP_Index index) {
         SXMPUtils::ComposeArrayItemPath(kDialogSequenceProperty.schemaNS, kDialogSequenceProperty.name, index, &mItem);
-        if (mPrefix.empty()) {
-            mPrefix = KnownPrefix(kDialogSequenceProperty.schemaNS);
-        }
-        mCharacter.assign(mItem).append("/").append(mPrefix).append(kDialogCharacterField);
-        mDialogue.assign(mItem).append("/").append(mPrefix).append(kDialogTextField);
+        AppendField(mCharacter.assign(mItem), kDialogSequenceProperty.schemaNS, kDialogCharacterField);
+        AppendField(mDialogue.assign(mItem), kDialogSequenceProperty.schemaNS, kDialogTextField);
     }
 
     const char* Character() const { return mCharacter.c_str(); }
     const char* Dialogue() const { return mDialogue.c_str(); }
 
 private:
-    std::string mPrefix;
     std::string mItem;
     std::string mCharacter;
     std::string mDialogue;

@@ -15,6 +15,7 @@
 namespace {
 
 using namespace zonstoryparser;
+using support::DumpFolder;
 using support::MakeScene;
 using support::ShortageSweep;
 using support::ValueOf;
@@ -59,11 +60,6 @@ Clip ClipOf(const boost::intrusive_ptr<Scene>& scene) {
 std::string DescribeClip(Clip& clip) {
     return Describe(clip.xmp);
 }
-
-struct DumpFolder : support::TemporaryFolder {
-    DumpFolder() { ::setenv("TMPDIR", Path().c_str(), 1); }
-    ~DumpFolder() { ::unsetenv("TMPDIR"); }
-};
 
 // Keeps events, to deliver them without asking for memory itself.
 class Events : public zoncore::AbstractParseHandler {

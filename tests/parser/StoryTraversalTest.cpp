@@ -19,12 +19,10 @@ using support::MakeSection;
 class StoryTraversal : public ::testing::Test {
 protected:
     StoryTraversal() {
-        ::setenv("TMPDIR", mFolder.Path().c_str(), 1);
         mStory->version = u"1.0";
         mStory->document = new Document;
         mStory->document->version = u"7";
     }
-    ~StoryTraversal() override { ::unsetenv("TMPDIR"); }
 
     void SetBody(boost::intrusive_ptr<Section> section) {
         mStory->document->body = new Stream;
@@ -46,7 +44,7 @@ protected:
         return support::ValueOf(GetActionFromXMP, xmp);
     }
 
-    support::TemporaryFolder mFolder;
+    support::DumpFolder mFolder;
     boost::intrusive_ptr<Talewright> mStory{new Talewright};
     UString mReport = u"before";
 };

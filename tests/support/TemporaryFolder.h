@@ -35,6 +35,13 @@ private:
     std::filesystem::path mPath;
 };
 
+/// A folder that takes the place of the system's temporary one, so that dumps go there.
+class DumpFolder : public TemporaryFolder {
+public:
+    DumpFolder() { ::setenv("TMPDIR", Path().c_str(), 1); }
+    ~DumpFolder() { ::unsetenv("TMPDIR"); }
+};
+
 inline std::string ReadFile(const std::filesystem::path& path) {
     std::ifstream stream(path, std::ios::binary);
     if (!stream) {
