@@ -18,7 +18,7 @@ expect() { # what the sample prints, whichever way it was built
     grep -qx 'action: Rain.' "$work/printed"
 }
 
-"$cmake" -S "$samples" -B "$work/cmake" -DCMAKE_CXX_COMPILER="$cxx" -DCMAKE_PREFIX_PATH="$prefix" >"$work/configure.log"
+"$cmake" -G Ninja -S "$samples" -B "$work/cmake" -DCMAKE_CXX_COMPILER="$cxx" -DCMAKE_PREFIX_PATH="$prefix" >"$work/configure.log"
 "$cmake" --build "$work/cmake" >"$work/build.log"
 expect "$work/cmake/link-the-library"
 
@@ -30,7 +30,7 @@ libraries=$(PKG_CONFIG_PATH=$pc pkg-config --variable=libdir zonstoryparser)
 expect "$work/by-pkg-config"
 
 programs=$(cd "$(dirname "$0")" && pwd)/programs
-"$cmake" -S "$programs" -B "$work/hosts" -DCMAKE_CXX_COMPILER="$cxx" -DCMAKE_PREFIX_PATH="$prefix" >"$work/configure.log"
+"$cmake" -G Ninja -S "$programs" -B "$work/hosts" -DCMAKE_CXX_COMPILER="$cxx" -DCMAKE_PREFIX_PATH="$prefix" >"$work/configure.log"
 "$cmake" --build "$work/hosts" >"$work/build.log"
 in_silence() {
     "$@" >"$work/printed" 2>&1 || { cat "$work/printed"; echo "failed: $*"; exit 1; }
