@@ -27,7 +27,7 @@ bool IsRefused(Step step) {
     try {
         step();
         return false;
-    } catch (const ClipError&) {
+    } catch (const FileError&) {
         return true;
     }
 }
@@ -85,7 +85,7 @@ void CheckLayout(const std::string& bytes) {
     const IsoLayout layout = ReadIsoLayout(reader);
     try {
         RequireSameMediaPositions(reader, layout, reader, layout);
-    } catch (const ClipError& error) {
+    } catch (const FileError& error) {
         REQUIRE(std::string_view(error.what()).starts_with("is damaged: "));
     }
 }

@@ -8,7 +8,7 @@
 #include <unistd.h>
 
 #include "Require.h"
-#include "clip/FileDescriptor.h"
+#include "files/FileDescriptor.h"
 
 namespace fuzz {
 

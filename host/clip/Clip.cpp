@@ -10,8 +10,8 @@
 #include "clip/NewVersion.h"
 #include "clip/Replacement.h"
 #include "clip/SameMetadata.h"
-#include "clip/SystemError.h"
 #include "clip/Workspace.h"
+#include "files/SystemError.h"
 
 namespace zonstory {
 

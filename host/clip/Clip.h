@@ -2,11 +2,12 @@
 
 #include <filesystem>
 #include <functional>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include <zonstoryparser/XMPToolkit.h>
+
+#include "files/FileError.h"
 
 /// A clip as the program sees it: a file that carries XMP inside, or beside it in a sidecar.
 namespace zonstory {
@@ -46,9 +47,9 @@ struct UpdateResult {
 
 /// Why one clip could not be read or changed, in one line without the clip's name, to be said behind it: "is empty". The
 /// clip is as it was.
-class ClipError : public std::runtime_error {
+class ClipError : public FileError {
 public:
-    using std::runtime_error::runtime_error;
+    using FileError::FileError;
 };
 
 /// Reads what a clip carries; changes nothing, and waits for nobody: what it finds is the version before or after another

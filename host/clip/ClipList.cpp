@@ -14,7 +14,7 @@
 #include <sys/stat.h>
 
 #include "clip/Sidecar.h"
-#include "clip/SystemError.h"
+#include "files/SystemError.h"
 
 namespace zonstory {
 

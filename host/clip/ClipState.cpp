@@ -22,7 +22,7 @@ TargetFile OpenClip(const std::filesystem::path& path) {
 
 TargetFile OpenSidecar(const std::filesystem::path& path) try {
     return TargetFile::OpenOrAbsent(path);
-} catch (const ClipError& error) {
+} catch (const FileError& error) {
     throw ClipError(std::string("its sidecar ") + error.what());
 }
 

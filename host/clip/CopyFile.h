@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "clip/FileDescriptor.h"
+#include "files/FileDescriptor.h"
 
 namespace zonstory {
 

@@ -4,7 +4,7 @@
 
 #include <zonstoryparser/XMPFiles.h>
 
-#include "clip/FileDescriptor.h"
+#include "files/FileDescriptor.h"
 
 namespace zonstory {
 

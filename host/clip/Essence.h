@@ -1,18 +1,13 @@
 #pragma once
 
-#include <cstdint>
 #include <vector>
 
 #include <zonstoryparser/XMPFiles.h>
 
-#include "clip/ByteReader.h"
+#include "clip/layout/Edit.h"
+#include "files/ByteReader.h"
 
 namespace zonstory {
-
-struct ByteRange {
-    std::uint64_t offset = 0;
-    std::uint64_t size = 0;
-};
 
 /// Where the media itself lies in a file: everything that is picture and sound, and no metadata.
 struct Essence {

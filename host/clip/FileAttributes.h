@@ -5,7 +5,7 @@
 
 #include <sys/stat.h>
 
-#include "clip/FileDescriptor.h"
+#include "files/FileDescriptor.h"
 
 namespace zonstory {
 

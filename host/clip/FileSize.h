@@ -4,8 +4,8 @@
 
 #include <sys/stat.h>
 
-#include "clip/FileDescriptor.h"
-#include "clip/SystemError.h"
+#include "files/FileDescriptor.h"
+#include "files/SystemError.h"
 
 namespace zonstory {
 

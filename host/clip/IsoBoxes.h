@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "clip/ByteReader.h"
+#include "files/ByteReader.h"
 
 namespace zonstory {
 

@@ -2,7 +2,7 @@
 
 #include <zonstoryparser/XMPToolkit.h>
 
-#include "clip/FileDescriptor.h"
+#include "files/FileDescriptor.h"
 
 namespace zonstory {
 

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "clip/FileDescriptor.h"
 #include "clip/TargetFile.h"
 #include "clip/Workspace.h"
+#include "files/FileDescriptor.h"
 
 namespace zonstory {
 

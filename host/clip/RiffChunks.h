@@ -2,8 +2,8 @@
 
 #include <vector>
 
-#include "clip/ByteReader.h"
 #include "clip/Essence.h"
+#include "files/ByteReader.h"
 
 namespace zonstory {
 

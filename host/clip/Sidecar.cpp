@@ -5,7 +5,7 @@
 #include <unistd.h>
 
 #include "clip/FileSize.h"
-#include "clip/SystemError.h"
+#include "files/SystemError.h"
 
 namespace zonstory {
 

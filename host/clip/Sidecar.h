@@ -4,7 +4,7 @@
 #include <string>
 
 #include "clip/Clip.h"
-#include "clip/FileDescriptor.h"
+#include "files/FileDescriptor.h"
 
 namespace zonstory {
 

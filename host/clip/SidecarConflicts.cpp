@@ -89,7 +89,7 @@ private:
 bool UsesSidecar(const Member& member, const ClipOptions& options) try {
     const TargetFile file = TargetFile::Open(member.clip);
     return (options.forceSidecar && member.isAskedAbout) || !ReadEmbeddedXMP(file.Path(), file.File()).isWritable;
-} catch (const ClipError&) {
+} catch (const FileError&) {
     return false;
 }
 

@@ -6,7 +6,7 @@
 #include <fcntl.h>
 
 #include "clip/Clip.h"
-#include "clip/SystemError.h"
+#include "files/SystemError.h"
 
 namespace zonstory {
 

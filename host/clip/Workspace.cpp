@@ -15,7 +15,7 @@
 
 #include "clip/Clip.h"
 #include "clip/Interrupt.h"
-#include "clip/SystemError.h"
+#include "files/SystemError.h"
 
 namespace zonstory {
 
@@ -176,7 +176,7 @@ Workspace::Workspace(const TargetFile& target, KeptFolder* kept) try
         attempt = mFolder.IsOpen() ? TryLock(mFolder, mPrefix, mLock) : Attempt::Gone;
     }
     RemoveFiles(mFolder, mPrefix);
-} catch (const ClipError&) {
+} catch (const FileError&) {
     RemoveStale(target); // a folder without the lock that it was made for
     throw;
 }

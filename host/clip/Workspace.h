@@ -4,8 +4,8 @@
 #include <mutex>
 #include <string>
 
-#include "clip/FileDescriptor.h"
 #include "clip/TargetFile.h"
+#include "files/FileDescriptor.h"
 
 namespace zonstory {
 

@@ -2,7 +2,7 @@
 
 #include <unistd.h>
 
-#include "clip/SystemError.h"
+#include "files/SystemError.h"
 
 namespace zonstory {
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "clip/FileDescriptor.h"
+#include "files/FileDescriptor.h"
 
 namespace zonstory {
 

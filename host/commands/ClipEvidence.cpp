@@ -52,7 +52,7 @@ void AddXmp(ClipEvidence& evidence, const fs::path& clip, const ClipOptions& opt
     try {
         const CarriedScene carried = ReadCarriedScene(clip, options);
         AddField(evidence, Source::Xmp, carried.scene, carried.take);
-    } catch (const ClipError& error) {
+    } catch (const FileError& error) {
         evidence.problem = error.what();
     } catch (const XMP_Error& error) {
         evidence.problem = error.what();

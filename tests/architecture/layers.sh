@@ -12,12 +12,13 @@ src/script    : toolkit
 src/xmp       : toolkit
 src/sync      : toolkit script xmp
 src/parser    :
-host/output   :
-host/story    : output
-host/clip     : output story
-host/match    : output story clip
-host/commands : output story clip match
-host/cli      : output story clip match commands
+host/files    :
+host/output   : files
+host/story    : output files
+host/clip     : output story files
+host/match    : output story clip files
+host/commands : output story clip match files
+host/cli      : output story clip match commands files
 '
 
 failures=0

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "clip/FileDescriptor.h"
+#include "files/FileDescriptor.h"
 
 namespace zonstory {
 
@@ -20,7 +20,7 @@ public:
     /// Whether `count` bytes at `offset` lie within the file.
     bool Has(std::uint64_t offset, std::uint64_t count) const { return offset <= mSize && count <= mSize - offset; }
 
-    /// @throws ClipError when the bytes are not there or the disk fails, as the next ones.
+    /// @throws FileError when the bytes are not there or the disk fails, as the next ones.
     void Read(std::uint64_t offset, void* bytes, std::size_t count) const;
     std::uint32_t Big32(std::uint64_t offset) const;
     std::uint64_t Big64(std::uint64_t offset) const;

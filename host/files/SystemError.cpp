@@ -1,13 +1,13 @@
-#include "clip/SystemError.h"
+#include "files/SystemError.h"
 
 #include <system_error>
 
-#include "clip/Clip.h"
+#include "files/FileError.h"
 
 namespace zonstory {
 
 void ThrowSystemError(const std::string& attempt, int error) {
-    throw ClipError(attempt + ": " + SystemErrorText(error));
+    throw FileError(attempt + ": " + SystemErrorText(error));
 }
 
 std::string SystemErrorText(int error) {

@@ -1,11 +1,11 @@
-#include "clip/ByteReader.h"
+#include "files/ByteReader.h"
 
 #include <algorithm>
 
 #include <unistd.h>
 
-#include "clip/Clip.h"
-#include "clip/SystemError.h"
+#include "files/FileError.h"
+#include "files/SystemError.h"
 
 namespace zonstory {
 
@@ -39,7 +39,7 @@ void ByteReader::Read(std::uint64_t offset, void* bytes, std::size_t count) cons
             ThrowSystemError("cannot be read");
         }
         if (got == 0) {
-            throw ClipError("is damaged: it ends too early");
+            throw FileError("is damaged: it ends too early");
         }
         to += got;
         offset += static_cast<std::uint64_t>(got);
