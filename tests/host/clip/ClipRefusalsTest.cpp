@@ -14,7 +14,7 @@ using testing::Not;
 std::string ReasonFor(const fs::path& clip, const std::string& value = "v") try {
     zonstory::UpdateClip(clip, {}, SetSource(value));
     return {};
-} catch (const zonstory::ClipError& error) {
+} catch (const zonstory::FileError& error) {
     EXPECT_THAT(error.what(), testing::AllOf(Not(HasSubstr("\n")), Not(HasSubstr(clip.filename().native()))));
     return error.what();
 }

@@ -75,7 +75,7 @@ TEST_F(ClipReplacement, TooLittleSpaceIsSaidBeforeAnythingIsCopied) {
     try {
         replacement.CopyTarget(kMoreThanAnyDisk);
         FAIL() << "there was room";
-    } catch (const zonstory::ClipError& error) {
+    } catch (const zonstory::FileError& error) {
         EXPECT_THAT(error.what(), testing::MatchesRegex("needs [0-9.]+ GB of free space in its folder, which has .*"));
     }
     EXPECT_EQ(fs::file_size(replacement.Path()), 0U);
