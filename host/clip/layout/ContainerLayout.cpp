@@ -1,0 +1,30 @@
+#include "clip/layout/ContainerLayout.h"
+
+#include "clip/layout/IsoLayout.h"
+
+namespace zonstory {
+
+namespace {
+
+struct Family {
+    bool (*isOfIt)(const ByteReader& file);
+    std::unique_ptr<ContainerLayout> (*read)(const ByteReader& file);
+};
+
+// The first that knows a file's beginning has it.
+constexpr Family kFamilies[] = {
+    {IsIsoMedia, ReadIsoMedia},
+};
+
+} // namespace
+
+std::unique_ptr<ContainerLayout> ReadLayout(const ByteReader& file, std::string_view) {
+    for (const Family& family : kFamilies) {
+        if (family.isOfIt(file)) {
+            return family.read(file);
+        }
+    }
+    throw NoExactWay("its format is not known");
+}
+
+} // namespace zonstory
