@@ -9,8 +9,8 @@
 
 #include "Require.h"
 #include "TextInvariants.h"
+#include "clip/layout/Chunks.h"
 #include "match/IXml.h"
-#include "match/RiffChunk.h"
 
 namespace {
 

@@ -7,9 +7,9 @@
 #include <zonmetadata/SchemaNamespaces.h>
 #include <zonstoryparser/Story.h>
 
+#include "clip/layout/Chunks.h"
 #include "match/ClipStatements.h"
 #include "match/IXml.h"
-#include "match/RiffChunk.h"
 
 namespace zonstory {
 

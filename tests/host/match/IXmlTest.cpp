@@ -2,8 +2,8 @@
 
 #include <rapidcheck/gtest.h>
 
+#include "clip/layout/Chunks.h"
 #include "match/IXml.h"
-#include "match/RiffChunk.h"
 
 namespace zonstory {
 namespace {

@@ -1,4 +1,4 @@
-#include "match/RiffChunk.h"
+#include "clip/layout/Chunks.h"
 
 #include <algorithm>
 #include <map>
