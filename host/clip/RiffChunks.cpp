@@ -1,56 +1,35 @@
 #include "clip/RiffChunks.h"
 
-#include <algorithm>
-
 #include "clip/Clip.h"
+#include "clip/layout/Chunks.h"
 
 namespace zonstory {
 
 namespace {
 
-constexpr std::uint64_t kHeader = 8;
-constexpr std::uint64_t kListHeader = 12;
-constexpr std::uint32_t kSizeElsewhere = 0xFFFFFFFF;
-
-struct Chunk {
-    std::uint32_t name;
-    std::uint64_t offset; // of its content
-    std::uint64_t size;   // of its content
-};
-
-enum class End { Little, Big };
-
 // Calls `visit` for each chunk that lies between two places.
-// @param longSize  What the size of a chunk stands for that says it stands elsewhere.
 template <typename Visit>
-void VisitChunks(const ByteReader& file, End end, std::uint64_t begin, std::uint64_t stop, std::uint64_t longSize,
-                 Visit visit) {
-    while (begin <= stop && stop - begin >= kHeader) {
-        Chunk chunk{file.Big32(begin), begin + kHeader,
-                    end == End::Little ? file.Little32(begin + 4) : file.Big32(begin + 4)};
-        if (chunk.size == kSizeElsewhere && longSize != 0) {
-            chunk.size = longSize;
-        }
-        if (!file.Has(chunk.offset, chunk.size)) {
+void VisitChunks(const ByteReader& file, Chunks chunks, Visit visit) {
+    while (const std::optional<Chunk> chunk = chunks.Next()) {
+        if (!file.Has(chunk->content.offset, chunk->content.size)) {
             throw ClipError("is damaged: it ends too early");
         }
-        visit(chunk);
-        begin = chunk.offset + chunk.size + chunk.size % 2; // chunks start at even places
+        visit(*chunk);
     }
+}
+
+Chunks FormChunks(const ByteReader& file, ChunkOrder order, const LongSizes* sizes = nullptr) {
+    return {file, order, {kFormHeader, file.Size()}, sizes};
 }
 
 } // namespace
 
 std::vector<ByteRange> FindWaveMedia(const ByteReader& file) {
     std::vector<ByteRange> media;
-    std::uint64_t longSize = 0;
-    if (file.Has(0, 36) && file.Big32(kListHeader) == FourCharacters("ds64")) {
-        constexpr std::uint64_t kDataSize = kListHeader + kHeader + 8;
-        longSize = file.Little64(kDataSize);
-    }
-    VisitChunks(file, End::Little, kListHeader, file.Size(), longSize, [&](const Chunk& chunk) {
+    const LongSizes sizes(file, 0);
+    VisitChunks(file, FormChunks(file, ChunkOrder::Little, &sizes), [&](const Chunk& chunk) {
         if (chunk.name == FourCharacters("data")) {
-            media.push_back({chunk.offset, chunk.size});
+            media.push_back(chunk.content);
         }
     });
     return media;
@@ -58,14 +37,15 @@ std::vector<ByteRange> FindWaveMedia(const ByteReader& file) {
 
 std::vector<ByteRange> FindAviMedia(const ByteReader& file) {
     std::vector<ByteRange> media;
-    VisitChunks(file, End::Little, 0, file.Size(), 0, [&](const Chunk& part) {
-        if (part.name != FourCharacters("RIFF") || part.size < 4) {
+    VisitChunks(file, {file, ChunkOrder::Little, {0, file.Size()}}, [&](const Chunk& part) {
+        if (part.name != FourCharacters("RIFF") || part.content.size < 4) {
             return;
         }
-        VisitChunks(file, End::Little, part.offset + 4, part.offset + part.size, 0, [&](const Chunk& chunk) {
-            if (chunk.name == FourCharacters("LIST") && chunk.size >= 4 &&
-                file.Big32(chunk.offset) == FourCharacters("movi")) {
-                media.push_back({chunk.offset + 4, chunk.size - 4});
+        const ByteRange chunks{part.content.offset + 4, part.content.size - 4};
+        VisitChunks(file, {file, ChunkOrder::Little, chunks}, [&](const Chunk& chunk) {
+            if (chunk.name == FourCharacters("LIST") && chunk.content.size >= 4 &&
+                file.Big32(chunk.content.offset) == FourCharacters("movi")) {
+                media.push_back({chunk.content.offset + 4, chunk.content.size - 4});
             }
         });
     });
@@ -74,9 +54,9 @@ std::vector<ByteRange> FindAviMedia(const ByteReader& file) {
 
 std::vector<ByteRange> FindAiffMedia(const ByteReader& file) {
     std::vector<ByteRange> media;
-    VisitChunks(file, End::Big, kListHeader, file.Size(), 0, [&](const Chunk& chunk) {
+    VisitChunks(file, FormChunks(file, ChunkOrder::Big), [&](const Chunk& chunk) {
         if (chunk.name == FourCharacters("SSND")) {
-            media.push_back({chunk.offset, chunk.size});
+            media.push_back(chunk.content);
         }
     });
     return media;

@@ -1,12 +1,13 @@
 #include "commands/ClipEvidence.h"
 
 #include <algorithm>
-#include <fstream>
 #include <utility>
 
 #include <zonmetadata/SchemaNamespaces.h>
 #include <zonstoryparser/Story.h>
 
+#include "clip/FileSize.h"
+#include "clip/TargetFile.h"
 #include "clip/layout/Chunks.h"
 #include "match/ClipStatements.h"
 #include "match/IXml.h"
@@ -25,21 +26,14 @@ bool IsSoundFile(const fs::path& clip) {
     return extension == ".wav" || extension == ".bwf" || extension == ".rf64";
 }
 
-std::optional<IXml> ReadIXml(const fs::path& clip) {
-    std::error_code problem;
-    const std::uintmax_t size = fs::file_size(clip, problem);
-    std::ifstream file(clip, std::ios::binary);
-    if (problem || !file) {
-        return std::nullopt;
-    }
-    const auto read = [&file](std::uint64_t offset, char* bytes, std::size_t count) {
-        file.clear();
-        file.seekg(static_cast<std::streamoff>(offset));
-        file.read(bytes, static_cast<std::streamsize>(count));
-        return static_cast<std::size_t>(file.gcount());
-    };
-    const std::optional<std::string> chunk = FindRiffChunk(read, size, "iXML");
+// Nothing where the file cannot be read, which is said when its metadata is asked for.
+std::optional<IXml> ReadIXml(const fs::path& clip) try {
+    const TargetFile file = TargetFile::Open(clip);
+    const ByteReader bytes(file.File(), FileSize(file.File()));
+    const std::optional<std::string> chunk = FindRiffChunk(bytes, FourCharacters("iXML"));
     return chunk ? ParseIXml(*chunk) : std::nullopt;
+} catch (const FileError&) {
+    return std::nullopt;
 }
 
 void AddField(ClipEvidence& evidence, Source source, const std::string& scene, const std::string& take) {

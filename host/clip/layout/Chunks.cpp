@@ -1,96 +1,117 @@
 #include "clip/layout/Chunks.h"
 
 #include <algorithm>
-#include <map>
 
 namespace zonstory {
 
 namespace {
 
-constexpr std::size_t kFormHeader = 12;   ///< "RIFF", size, "WAVE"
-constexpr std::size_t kChunkHeader = 8;   ///< id, size
-constexpr std::size_t kMostChunks = 4096; ///< No recorder writes more; a file that does is made to waste time.
-constexpr std::uint64_t kStandsElsewhere = 0xFFFFFFFF;
+// "ds64": the form's size, that of "data", a count of samples, the number of rows; a row is a name and a size.
+constexpr std::uint64_t kLongHead = 28;
+constexpr std::uint64_t kLongRow = 12;
+constexpr std::uint64_t kMostRows = 4096; // No program writes more; a file that has them is made to waste time.
 
-std::uint64_t Little(std::string_view bytes, std::size_t at, std::size_t count) {
-    std::uint64_t number = 0;
-    for (std::size_t byte = count; byte-- > 0;) {
-        number = number << 8 | static_cast<unsigned char>(bytes[at + byte]);
+bool IsName(std::uint32_t name) {
+    for (int shift = 0; shift < 32; shift += 8) {
+        const std::uint32_t character = name >> shift & 0xFF;
+        if (character < ' ' || character > '~') {
+            return false;
+        }
     }
-    return number;
+    return true;
 }
 
-class Chunks {
-public:
-    Chunks(const ReadBytesAt& read, std::uint64_t fileSize) : mRead(read), mFileSize(fileSize) {}
-
-    bool IsRiff() {
-        const std::string header = Read(0, kFormHeader);
-        const std::string form = header.substr(0, std::min<std::size_t>(4, header.size()));
-        return header.size() == kFormHeader && (form == "RIFF" || form == "RF64" || form == "BW64");
-    }
-
-    std::optional<std::string> Find(std::string_view id, std::size_t most) {
-        std::uint64_t offset = kFormHeader;
-        for (std::size_t count = 0; count < kMostChunks; ++count) {
-            const std::string header = Read(offset, kChunkHeader);
-            if (header.size() < kChunkHeader) {
-                return std::nullopt;
-            }
-            const std::string name = header.substr(0, 4);
-            const std::uint64_t size = SizeOf(name, Little(header, 4, 4));
-            const std::uint64_t body = offset + kChunkHeader;
-            if (name == id) {
-                return Read(body, static_cast<std::size_t>(std::min<std::uint64_t>(size, most)));
-            }
-            if (name == "ds64") {
-                ReadLongSizes(Read(body, static_cast<std::size_t>(std::min<std::uint64_t>(size, most))));
-            }
-            if (size >= mFileSize - body) {
-                return std::nullopt;
-            }
-            offset = body + size + size % 2; // chunks begin at even places
-        }
-        return std::nullopt;
-    }
-
-private:
-    // Fewer bytes where the file has fewer.
-    std::string Read(std::uint64_t offset, std::size_t count) {
-        const std::uint64_t left = offset < mFileSize ? mFileSize - offset : 0;
-        std::string bytes(static_cast<std::size_t>(std::min<std::uint64_t>(count, left)), '\0');
-        bytes.resize(bytes.empty() ? 0 : std::min(mRead(offset, bytes.data(), bytes.size()), bytes.size()));
-        return bytes;
-    }
-
-    std::uint64_t SizeOf(const std::string& name, std::uint64_t size) const {
-        const auto known = mLongSizes.find(name);
-        return size == kStandsElsewhere && known != mLongSizes.end() ? known->second : size;
-    }
-
-    // RIFF size, data size, sample count, then a table of further chunks.
-    void ReadLongSizes(const std::string& ds64) {
-        constexpr std::size_t kTable = 28;
-        constexpr std::size_t kEntry = 12;
-        if (ds64.size() >= 16) {
-            mLongSizes["data"] = Little(ds64, 8, 8);
-        }
-        for (std::size_t at = kTable; at + kEntry <= ds64.size() && mLongSizes.size() < kMostChunks; at += kEntry) {
-            mLongSizes[ds64.substr(at, 4)] = Little(ds64, at + 4, 8);
-        }
-    }
-
-    const ReadBytesAt& mRead;
-    std::uint64_t mFileSize;
-    std::map<std::string, std::uint64_t> mLongSizes;
-};
+bool IsForm(std::uint32_t name) {
+    return name == FourCharacters("RIFF") || name == FourCharacters("RF64") || name == FourCharacters("BW64");
+}
 
 } // namespace
 
-std::optional<std::string> FindRiffChunk(const ReadBytesAt& read, std::uint64_t fileSize, std::string_view id,
-                                         std::size_t most) {
-    Chunks chunks(read, fileSize);
-    return chunks.IsRiff() ? chunks.Find(id, most) : std::nullopt;
+LongSizes::LongSizes(const ByteReader& file, std::uint64_t form) {
+    const std::uint64_t chunk = form + kFormHeader;
+    if (!file.Has(chunk, kChunkHeader + kLongHead) || file.Big32(chunk) != FourCharacters("ds64")) {
+        return;
+    }
+    const ByteRange content{chunk + kChunkHeader, file.Little32(chunk + 4)};
+    if (content.size < kLongHead || !file.Has(content.offset, content.size)) {
+        return;
+    }
+    mChunk = content;
+    mFormSize = file.Little64(content.offset);
+    mDataSize = file.Little64(content.offset + 8);
+    mRows =
+        std::min({std::uint64_t{file.Little32(content.offset + 24)}, (content.size - kLongHead) / kLongRow, kMostRows});
+}
+
+std::optional<std::uint64_t> LongSizes::SizeOf(const ByteReader& file, std::uint32_t name) const {
+    if (!Exist()) {
+        return std::nullopt;
+    }
+    if (name == FourCharacters("data")) {
+        return mDataSize;
+    }
+    for (std::uint64_t row = 0; row < mRows; ++row) {
+        const std::uint64_t offset = mChunk.offset + kLongHead + row * kLongRow;
+        if (file.Big32(offset) == name) {
+            return file.Little64(offset + 4);
+        }
+    }
+    return std::nullopt;
+}
+
+Chunks::Chunks(const ByteReader& file, ChunkOrder order, ByteRange within, const LongSizes* sizes)
+    : mFile(file), mOrder(order), mSizes(sizes), mPosition(within.offset),
+      mEnd(within.offset + std::min(within.size, file.Size() - std::min(file.Size(), within.offset))) {}
+
+std::optional<Chunk> Chunks::Next() {
+    if (mPosition > mEnd || mEnd - mPosition < kChunkHeader || !IsName(mFile.Big32(mPosition))) {
+        return std::nullopt;
+    }
+    Chunk chunk;
+    chunk.name = mFile.Big32(mPosition);
+    chunk.content = {mPosition + kChunkHeader, SizeOf(chunk.name)};
+    const bool isWhole = chunk.content.size <= mEnd - chunk.content.offset;
+    chunk.next = mPosition = isWhole ? Behind(chunk.content) : mEnd;
+    return chunk;
+}
+
+std::uint64_t Chunks::SizeOf(std::uint32_t name) {
+    const std::uint64_t field = mPosition + 4;
+    const std::uint32_t size = mOrder == ChunkOrder::Little ? mFile.Little32(field) : mFile.Big32(field);
+    return mSizes && size == LongSizes::kElsewhere ? mSizes->SizeOf(mFile, name).value_or(size) : size;
+}
+
+bool Chunks::BeginsAt(std::uint64_t offset) const {
+    if (offset > mEnd || mEnd - offset < kChunkHeader || !IsName(mFile.Big32(offset))) {
+        return false;
+    }
+    const std::uint64_t size = mOrder == ChunkOrder::Little ? mFile.Little32(offset + 4) : mFile.Big32(offset + 4);
+    return size <= mEnd - offset - kChunkHeader || (mSizes && size == LongSizes::kElsewhere);
+}
+
+// Behind the pad byte of an odd chunk, unless it is plain that its writer left it out: what stands there is a chunk, and
+// what stands a byte further is none.
+std::uint64_t Chunks::Behind(const ByteRange& content) const {
+    const std::uint64_t end = content.End();
+    const bool hasPad = content.size % 2 != 0 && (!BeginsAt(end) || BeginsAt(end + 1));
+    return end + (hasPad ? 1 : 0);
+}
+
+std::optional<std::string> FindRiffChunk(const ByteReader& file, std::uint32_t name, std::size_t most) {
+    if (!file.Has(0, kFormHeader) || !IsForm(file.Big32(0))) {
+        return std::nullopt;
+    }
+    const LongSizes sizes(file, 0);
+    Chunks chunks(file, ChunkOrder::Little, {kFormHeader, file.Size() - kFormHeader}, &sizes);
+    while (const std::optional<Chunk> chunk = chunks.Next()) {
+        if (chunk->name == name) {
+            const std::uint64_t there = std::min(chunk->content.size, file.Size() - chunk->content.offset);
+            std::string content(static_cast<std::size_t>(std::min<std::uint64_t>(there, most)), '\0');
+            file.Read(chunk->content.offset, content.data(), content.size());
+            return content;
+        }
+    }
+    return std::nullopt;
 }
 
 } // namespace zonstory

@@ -1,3 +1,5 @@
+#include <sys/stat.h>
+
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
@@ -81,6 +83,7 @@ TEST_F(MatchVerbs, EverySourceIsAskedInItsOrder) {
     }
     AddWav("c/T001.wav", "3");
     AddWav("c/1C-2.wav", "2");
+    ASSERT_EQ(::mkfifo((mZonstory / "pipe.wav").c_str(), 0600), 0);
     support::WriteFile(mZonstory / "log.csv", "Scene;Clip Name;Lens\n2;1-9;50 mm\n99;nowhere.mov;35 mm\n");
 
     const json found = Match({"c", "--log", "log.csv"});
@@ -109,6 +112,7 @@ TEST_F(MatchVerbs, EverySourceIsAskedInItsOrder) {
                                 HasSubstr("log rows that name a scene and none of these clips: 1")));
     EXPECT_THAT(text.out, HasSubstr("between 1 and 2"));
     EXPECT_EQ(mZonstory.Run({"match", "s.skrx", "c/12A-3.mov"}).exitCode, 0);
+    EXPECT_THAT(mZonstory.Run({"match", "s.skrx", "pipe.wav"}).err, HasSubstr("is not a regular file"));
 }
 
 TEST_F(MatchVerbs, CsvIsWhatWriteReads) {
