@@ -39,7 +39,7 @@ DirectScene Texts(const boost::intrusive_ptr<zonstoryparser::Scene>& scene) {
 } // namespace
 
 GeneratedStory::GeneratedStory(std::size_t scenes)
-    : story(zonstory::ReadStoryFromMemory(StoryGenerator().OfScenes(scenes), "generated")) {
+    : story(zonscreenplay::ReadScreenplayFromMemory(StoryGenerator().OfScenes(scenes), "generated")) {
     direct.reserve(scenes);
     for (const auto& scene : Scenes()) {
         direct.push_back(Texts(scene));

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "DirectToolkit.h"
-#include "story/StoryReader.h"
+#include <zonscreenplay/Screenplay.h>
 
 namespace bench {
 
@@ -14,7 +14,7 @@ struct GeneratedStory {
 
     const std::vector<boost::intrusive_ptr<zonstoryparser::Scene>>& Scenes() const;
 
-    zonstory::Story story;
+    zonscreenplay::Screenplay story;
     std::vector<DirectScene> direct;
 };
 

@@ -8,7 +8,7 @@
 #include "Allocations.h"
 #include "CountingParser.h"
 #include "StoryGenerator.h"
-#include "story/StoryReader.h"
+#include <zonscreenplay/Screenplay.h>
 
 namespace {
 
@@ -38,14 +38,14 @@ void ParseFloor(benchmark::State& state) {
 void ParseOurs(benchmark::State& state) {
     const std::string& story = StoryOf(state.range(0));
     const double elements = static_cast<double>(bench::CountEvents(story).elements);
-    zonstory::Story parsed;
+    zonscreenplay::Screenplay parsed;
     const bench::Allocations allocations =
-        bench::Allocations::During([&] { parsed = zonstory::ReadStoryFromMemory(story, "generated"); });
+        bench::Allocations::During([&] { parsed = zonscreenplay::ReadScreenplayFromMemory(story, "generated"); });
     state.counters["allocs/element"] = static_cast<double>(allocations.calls) / elements;
     state.counters["tree bytes/byte"] = static_cast<double>(allocations.bytesLeft) / static_cast<double>(story.size());
     parsed.root.reset();
     for (auto _ : state) {
-        parsed = zonstory::ReadStoryFromMemory(story, "generated");
+        parsed = zonscreenplay::ReadScreenplayFromMemory(story, "generated");
         state.PauseTiming(); // the floor builds nothing that would have to go again
         parsed.root.reset();
         state.ResumeTiming();

@@ -19,7 +19,7 @@ using namespace zonstory;
 
 // Numbers that repeat, read like a position, differ in case and zeros, or are missing.
 const Story& TheStory() {
-    static const Story story = ReadStoryFromMemory(
+    static const Story story = zonscreenplay::ReadScreenplayFromMemory(
         R"(<Talewright version="1.0"><document><stream name="body"><section><scene sceneNumber="1"/>)"
         R"(<scene sceneNumber="12A"/><scene sceneNumber="12"/><scene/><scene sceneNumber="12"/>)"
         R"(<scene sceneNumber="#1"/><scene sceneNumber="007"/><scene sceneNumber="Prologue"/>)"

@@ -5,15 +5,15 @@
 
 #include "SceneInvariants.h"
 #include "Toolkit.h"
-#include "story/StoryReader.h"
+#include <zonscreenplay/Screenplay.h>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::StartToolkit();
     try {
-        const zonstory::Story story =
-            zonstory::ReadStoryFromMemory({reinterpret_cast<const char*>(data), size}, "story");
+        const zonscreenplay::Screenplay story =
+            zonscreenplay::ReadScreenplayFromMemory({reinterpret_cast<const char*>(data), size}, "story");
         fuzz::CheckStory(story.root);
-    } catch (const zonstory::StoryError&) {
+    } catch (const zonscreenplay::ReadError&) {
         return 0;
     }
     return 0;

@@ -37,7 +37,7 @@ void AddStory(CLI::App& command, StoryFile& story) {
     command.add_option("STORY", story.path, "The story file; - for standard input")->required()->type_name("");
     command
         .add_option_function<std::size_t>(
-            "--max-size", [&story](std::size_t mebibytes) { story.limits = StoryLimits::ForSize(mebibytes); },
+            "--max-size", [&story](std::size_t mebibytes) { story.limits = zonscreenplay::Limits::ForSize(mebibytes); },
             "Refuse a story beyond this size, or one that would grow beyond it; 128 unless given")
         ->check(CLI::Range(std::size_t{1}, std::size_t{1024} * 1024))
         ->type_name("MIB");

@@ -17,7 +17,7 @@
 #include "output/ExitCode.h"
 #include "output/Output.h"
 #include "story/SceneSelection.h"
-#include "story/StoryError.h"
+#include "story/StoryReader.h"
 
 namespace zonstory {
 
@@ -34,7 +34,7 @@ void PrintLines(const std::string& lines, Output& output) {
 int RunVerb(const Invocation& invocation, Output& output) {
     try {
         return invocation.run(output);
-    } catch (const StoryError& error) {
+    } catch (const zonscreenplay::ReadError& error) {
         output.Error(error.what());
         return kStoryUnread;
     } catch (const SceneSelectionError& error) {

@@ -15,7 +15,7 @@ struct CharactersOptions {
 
 /// One row for every speaker of the body, in order of first speech.
 /// @return An ExitCode.
-/// @throws StoryError
+/// @throws zonscreenplay::ReadError
 int RunCharacters(const CharactersOptions& options, Output& output);
 
 } // namespace zonstory

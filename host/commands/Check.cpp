@@ -57,7 +57,7 @@ std::string AsJson(const std::vector<Finding>& findings) {
 }
 
 void Print(const std::vector<Finding>& findings, const CheckOptions& options, Output& output) {
-    const std::string name = options.story.path == "-" ? "standard input" : options.story.path;
+    const std::string name = options.story.Name();
     output.Result(InFormat(
         options.format, [&] { return AsText(findings, name); }, [&] { return AsJson(findings); },
         [&] { return AsCsv(findings); }));
@@ -66,20 +66,17 @@ void Print(const std::vector<Finding>& findings, const CheckOptions& options, Ou
 } // namespace
 
 int RunCheck(const CheckOptions& options, Output& output) {
-    StoryReadOptions readOptions;
-    readOptions.recordLines = true;
-    readOptions.limits = options.story.limits;
     try {
-        const Story story = ReadStory(options.story.path, readOptions);
+        const Story story = ReadStory(options.story, true);
         const std::vector<Finding> findings = CheckStory(*story.root, story.lines);
         Print(findings, options, output);
         output.Note(fmt::format("{} findings", findings.size()));
         return kDone;
-    } catch (const StoryError& error) {
-        if (error.Position().line == 0) {
+    } catch (const zonscreenplay::ReadError& error) {
+        if (error.Where().line == 0) {
             throw;
         }
-        Print({{error.Position().line, FindingKind::Structure, 0, "", error.Message()}}, options, output);
+        Print({{error.Where().line, FindingKind::Structure, 0, "", error.Message()}}, options, output);
         output.Error(error.what());
         return kStoryUnread;
     }

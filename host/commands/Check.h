@@ -16,7 +16,7 @@ struct CheckOptions {
 /// Prints what a script coordinator should look at before the shoot, by line. A story that cannot be read whole is
 /// itself a finding, and the only one.
 /// @return An ExitCode: kDone also with findings, kStoryUnread for a malformed story.
-/// @throws StoryError when the file cannot be opened or read at all.
+/// @throws zonscreenplay::ReadError when the file cannot be opened or read at all.
 int RunCheck(const CheckOptions& options, Output& output);
 
 } // namespace zonstory

@@ -21,7 +21,7 @@ struct CoverageOptions {
 /// Prints the story's scenes with the clips and takes that carry them, the scenes that no clip shows, and the clips whose
 /// scene the story does not have.
 /// @return An ExitCode; kUnmatched when a clip carries a scene that the story does not have, or has twice.
-/// @throws StoryError
+/// @throws zonscreenplay::ReadError
 int RunCoverage(const CoverageOptions& options, Output& output);
 
 } // namespace zonstory

@@ -13,7 +13,7 @@ struct DumpOptions {
 
 /// Runs the library's traversal, prints its report and the files it wrote into the temporary directory.
 /// @return An ExitCode; kSomeFailed when a file that was due is not there.
-/// @throws StoryError
+/// @throws zonscreenplay::ReadError
 int RunDump(const DumpOptions& options, Output& output);
 
 } // namespace zonstory

@@ -16,7 +16,7 @@ struct InfoOptions {
 /// What a story holds: the version report as the library words it, counts, streams, tags and scenes. As CSV, the
 /// streams and the scenes alone make no common table, so CSV has one row of counts.
 /// @return An ExitCode.
-/// @throws StoryError
+/// @throws zonscreenplay::ReadError
 int RunInfo(const InfoOptions& options, Output& output);
 
 } // namespace zonstory

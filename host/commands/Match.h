@@ -23,7 +23,7 @@ struct MatchOptions {
 /// Prints which scene each clip shows, on what evidence and how surely. As CSV, what `write --map` reads: clips without
 /// an answer have an empty scene, for a person to fill in.
 /// @return An ExitCode; kUnmatched when a clip has no answer.
-/// @throws StoryError, CsvError
+/// @throws zonscreenplay::ReadError, CsvError
 int RunMatch(const MatchOptions& options, Output& output);
 
 } // namespace zonstory

@@ -17,7 +17,7 @@ struct PacketsOptions {
 /// Writes the packet of each scene into a file of its own, named after the scene's number, and prints the names; or all
 /// packets one behind the other. A scene that yields no packet is passed over with a note.
 /// @return An ExitCode.
-/// @throws StoryError, SceneSelectionError, OutputError
+/// @throws zonscreenplay::ReadError, SceneSelectionError, OutputError
 int RunPackets(const PacketsOptions& options, Output& output);
 
 } // namespace zonstory

@@ -15,7 +15,7 @@ struct ScenesOptions {
 
 /// One row for every scene of the body.
 /// @return An ExitCode.
-/// @throws StoryError
+/// @throws zonscreenplay::ReadError
 int RunScenes(const ScenesOptions& options, Output& output);
 
 } // namespace zonstory

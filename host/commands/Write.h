@@ -23,7 +23,7 @@ struct WriteOptions {
 
 /// Writes scenes into clips.
 /// @return An ExitCode; kUnmatched when all went well but for clips whose scene was not found.
-/// @throws StoryError, CsvError, SceneSelectionError, UsageError, OutputError; no clip has been touched, save for the last.
+/// @throws zonscreenplay::ReadError, CsvError, SceneSelectionError, UsageError, OutputError; no clip has been touched, save for the last.
 int RunWrite(const WriteOptions& options, Output& output);
 
 } // namespace zonstory

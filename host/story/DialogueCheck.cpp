@@ -70,7 +70,8 @@ private:
 
 } // namespace
 
-void CheckDialogue(const zonstoryparser::Scene& scene, const SourceLines& lines, const ReportFinding& report) {
+void CheckDialogue(const zonstoryparser::Scene& scene, const zonscreenplay::SourceLines& lines,
+                   const ReportFinding& report) {
     Walk walk(report);
     for (const auto& paragraph : scene.paragraphs) {
         if (paragraph->element == zonstoryparser::kCharacter) {

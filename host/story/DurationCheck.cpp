@@ -49,7 +49,8 @@ std::string Problem(const std::string& duration) {
 
 } // namespace
 
-void CheckDuration(const zonstoryparser::Scene& scene, const SourceLines& lines, const ReportFinding& report) {
+void CheckDuration(const zonstoryparser::Scene& scene, const zonscreenplay::SourceLines& lines,
+                   const ReportFinding& report) {
     if (scene.shotDuration.empty()) {
         return;
     }

@@ -56,7 +56,8 @@ void CheckTimeOfDay(const SceneContent& content, std::size_t line, const ReportF
 
 } // namespace
 
-void CheckHeading(const zonstoryparser::Scene& scene, const SourceLines& lines, const ReportFinding& report) {
+void CheckHeading(const zonstoryparser::Scene& scene, const zonscreenplay::SourceLines& lines,
+                  const ReportFinding& report) {
     const SceneContent content = GatherSceneContent(scene);
     if (content.heading.empty()) {
         return report(lines.Of(scene), FindingKind::Setting, "the scene has no heading");

@@ -19,7 +19,7 @@ using Scenes = std::vector<boost::intrusive_ptr<zonstoryparser::Scene>>;
 /// Collects findings, each with the scene it is about.
 class Collector {
 public:
-    explicit Collector(const SourceLines& lines) : mLines(lines) {}
+    explicit Collector(const zonscreenplay::SourceLines& lines) : mLines(lines) {}
 
     void CheckScene(const zonstoryparser::Scene& scene, std::size_t position) {
         const std::string number = zoncore::UTF16to8(scene.sceneNumber);
@@ -67,7 +67,7 @@ private:
         }
     }
 
-    const SourceLines& mLines;
+    const zonscreenplay::SourceLines& mLines;
     bool mIsNumbered = false;
     std::unordered_map<zoncore::UString, std::pair<std::size_t, std::size_t>> mFirstWithNumber; // position and line
     std::vector<Finding> mFindings;
@@ -75,7 +75,7 @@ private:
 
 } // namespace
 
-std::vector<Finding> CheckStory(const zonstoryparser::Talewright& story, const SourceLines& lines) {
+std::vector<Finding> CheckStory(const zonstoryparser::Talewright& story, const zonscreenplay::SourceLines& lines) {
     const Scenes scenes = BodyScenes(story);
     Collector collector(lines);
     collector.CheckNumbering(scenes);

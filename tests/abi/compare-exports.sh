@@ -16,7 +16,7 @@ shift
 exports() {
     for library in "$@"; do
         nm -DC --defined-only "$library" | sed -E 's/^[0-9a-f]* //' | grep -E '^[TDBRV] ' |
-            grep -E '(zonstoryparser|zoncore|zonmetadata|SXMP|XMP_Error)' | grep -vE '^. (std|void std)' || true
+            grep -E '(zonstoryparser|zonscreenplay|zoncore|zonmetadata|SXMP|XMP_Error)' | grep -vE '^. (std|void std)' || true
     done | LC_ALL=C sort -u
 }
 

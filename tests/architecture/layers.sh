@@ -12,6 +12,12 @@ src/script    : toolkit
 src/xmp       : toolkit
 src/sync      : toolkit script xmp
 src/parser    :
+screenplay/source    :
+screenplay/xml       : source
+screenplay/storyfile : source xml
+screenplay/fdx       : source xml
+screenplay/fountain  : source
+screenplay/formats   : source xml storyfile fdx fountain
 host/files    :
 host/output   : files
 host/story    : output files
@@ -46,12 +52,12 @@ done <<<"$allowed"
 # The toolkit's headers: the toolkit layer alone. Public headers: no toolkit, nothing of src.
 while IFS= read -r file; do
     fail "$file includes the XMP toolkit's headers"
-done < <(grep -rlE '#include *[<"]exempi' include platform src host --include='*.h' --include='*.cpp' | grep -v '^src/toolkit/' || true)
+done < <(grep -rlE '#include *[<"]exempi' include platform src screenplay host --include='*.h' --include='*.cpp' | grep -v '^src/toolkit/' || true)
 grep -rq '#include <exempi/' src/toolkit || fail "the toolkit layer does not include the toolkit"
 
 # What a host may include: installed headers, in angle brackets.
 while IFS= read -r line; do
     fail "a public header includes what is not installed: $line"
-done < <(grep -rnE '#include "' include platform/*/include || true)
+done < <(grep -rnE '#include "' include platform/*/include screenplay/include || true)
 
 exit $((failures > 0))

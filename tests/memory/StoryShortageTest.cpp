@@ -2,13 +2,13 @@
 
 #include <zonstoryparser/Story.h>
 
-#include "story/StoryReader.h"
 #include "support/ShortageSweep.h"
+#include <zonscreenplay/Screenplay.h>
 
 namespace {
 
-using zonstory::ReadStoryFromMemory;
-using zonstory::StoryError;
+using zonscreenplay::ReadError;
+using zonscreenplay::ReadScreenplayFromMemory;
 
 // With an entity, an encoding that the reader makes a table for, and elements without content, whose end the XML parser
 // still reports after a failed start.
@@ -23,15 +23,15 @@ const std::string kStory = "<?xml version='1.0' encoding='windows-1252'?>\n"
 // Also in pieces, which the XML parser has to keep until a tag is whole.
 TEST(StoryMemoryShortage, Reading) {
     for (const std::size_t pieceSize : {std::size_t{7}, std::size_t{4096}}) {
-        support::ShortageSweep([] { return zonstory::Story(); },
-                               [&](zonstory::Story& story) {
-                                   zonstory::StoryReadOptions options;
+        support::ShortageSweep([] { return zonscreenplay::Screenplay(); },
+                               [&](zonscreenplay::Screenplay& story) {
+                                   zonscreenplay::ReadOptions options;
                                    options.recordLines = true;
                                    options.pieceSize = pieceSize;
-                                   story = ReadStoryFromMemory(kStory, "a-film-with-a-long-name.skrx", options);
+                                   story = ReadScreenplayFromMemory(kStory, "a-film-with-a-long-name.skrx", options);
                                    return true;
                                },
-                               [](zonstory::Story& story) {
+                               [](zonscreenplay::Screenplay& story) {
                                    zoncore::UString text;
                                    zonstoryparser::GetTextRuns(
                                        story.root->document->body->section->scenes.at(0)->paragraphs.at(0), text);
@@ -50,8 +50,8 @@ TEST(StoryMemoryShortage, Refusing) {
         support::ShortageSweep([] { return std::string(); },
                                [&](std::string& message) {
                                    try {
-                                       ReadStoryFromMemory(refused, "a-film-with-a-long-name.skrx");
-                                   } catch (const StoryError& error) {
+                                       ReadScreenplayFromMemory(refused, "a-film-with-a-long-name.skrx");
+                                   } catch (const ReadError& error) {
                                        message = error.what();
                                    }
                                    return true;

@@ -6,8 +6,8 @@
 
 #include "story/PacketRule.h"
 #include "story/SceneContent.h"
-#include "story/StoryReader.h"
 #include "story/WordCount.h"
+#include <zonscreenplay/Screenplay.h>
 
 namespace {
 
@@ -58,7 +58,7 @@ constexpr char kStory[] = R"(<Talewright version="1.0"><document><stream name="b
 </textRun></paragraph></scene><scene/></section></stream></document></Talewright>)";
 
 TEST(SceneFacts, SayWhatTheLibraryWouldWrite) {
-    const zonstory::Story story = zonstory::ReadStoryFromMemory(kStory, "s");
+    const zonscreenplay::Screenplay story = zonscreenplay::ReadScreenplayFromMemory(kStory, "s");
     const auto scenes = zonstory::DescribeScenes(*story.root);
     ASSERT_EQ(scenes.size(), 3U);
     EXPECT_EQ(scenes[0].position, 1U);
@@ -75,7 +75,7 @@ TEST(SceneFacts, SayWhatTheLibraryWouldWrite) {
 }
 
 TEST(CharacterFacts, GatherASpeakersScenesLinesAndWords) {
-    const zonstory::Story story = zonstory::ReadStoryFromMemory(kStory, "s");
+    const zonscreenplay::Screenplay story = zonscreenplay::ReadScreenplayFromMemory(kStory, "s");
     const auto characters = zonstory::DescribeCharacters(*story.root);
     ASSERT_EQ(characters.size(), 2U);
     EXPECT_EQ(characters[0].name, "ANN");
@@ -87,7 +87,7 @@ TEST(CharacterFacts, GatherASpeakersScenesLinesAndWords) {
 }
 
 TEST(PacketRule, NamesTheReason) {
-    const zonstory::Story story = zonstory::ReadStoryFromMemory(kStory, "s");
+    const zonscreenplay::Screenplay story = zonscreenplay::ReadScreenplayFromMemory(kStory, "s");
     const auto& scenes = story.root->document->body->section->scenes;
     EXPECT_FALSE(zonstory::WhyNoPacket(*scenes[0]));
     EXPECT_EQ(zonstory::WhyNoPacket(*scenes[1]), "its first paragraph has no objID");

@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "story/StoryReader.h"
+#include <zonscreenplay/Screenplay.h>
 
 namespace {
 
@@ -23,7 +23,7 @@ protected:
         return "";
     }
 
-    zonstory::Story mStory = zonstory::ReadStoryFromMemory(kStory, "s");
+    zonscreenplay::Screenplay mStory = zonscreenplay::ReadScreenplayFromMemory(kStory, "s");
     zonstory::SceneSelection mScenes{*mStory.root};
 };
 

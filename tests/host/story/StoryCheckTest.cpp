@@ -5,7 +5,7 @@
 
 #include <gmock/gmock.h>
 
-#include "story/StoryReader.h"
+#include <zonscreenplay/Screenplay.h>
 
 namespace {
 
@@ -23,12 +23,12 @@ std::string Scene(const std::string& content, const std::string& number = "1") {
 
 // "line kind message" of every finding; the scenes begin in line 2.
 std::vector<std::string> Findings(const std::string& scenes) {
-    zonstory::StoryReadOptions options;
+    zonscreenplay::ReadOptions options;
     options.recordLines = true;
-    const zonstory::Story story =
-        zonstory::ReadStoryFromMemory("<Talewright version='1.0'><document><stream name='body'><section>\n" + scenes +
-                                          "</section></stream></document></Talewright>",
-                                      "s", options);
+    const zonscreenplay::Screenplay story =
+        zonscreenplay::ReadScreenplayFromMemory("<Talewright version='1.0'><document><stream name='body'><section>\n" +
+                                                    scenes + "</section></stream></document></Talewright>",
+                                                "s", options);
     std::vector<std::string> lines;
     for (const zonstory::Finding& finding : zonstory::CheckStory(*story.root, story.lines)) {
         lines.push_back(std::to_string(finding.line) + ' ' + zonstory::KindWord(finding.kind) + ' ' + finding.message);

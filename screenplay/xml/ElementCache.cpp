@@ -1,8 +1,8 @@
-#include "story/ElementCache.h"
+#include "xml/ElementCache.h"
 
 #include <utility>
 
-namespace zonstory {
+namespace zonscreenplay {
 
 namespace {
 
@@ -70,4 +70,4 @@ CachedElement& ElementCache::Find(const char16_t* name) {
     return place;
 }
 
-} // namespace zonstory
+} // namespace zonscreenplay

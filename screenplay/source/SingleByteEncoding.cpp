@@ -1,4 +1,4 @@
-#include "story/SingleByteEncoding.h"
+#include "source/SingleByteEncoding.h"
 
 #include <cerrno>
 #include <cstddef>
@@ -7,7 +7,7 @@
 
 #include <iconv.h>
 
-namespace zonstory {
+namespace zonscreenplay {
 
 namespace {
 
@@ -65,4 +65,4 @@ std::optional<SingleByteTable> FindSingleByteEncoding(const std::string& name) {
     return table;
 }
 
-} // namespace zonstory
+} // namespace zonscreenplay

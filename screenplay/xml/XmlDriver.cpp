@@ -1,4 +1,4 @@
-#include "story/StoryDriver.h"
+#include "xml/XmlDriver.h"
 
 #include <cstring>
 #include <new>
@@ -6,11 +6,11 @@
 
 #include <expat.h>
 
-#include "story/SingleByteEncoding.h"
+#include "source/SingleByteEncoding.h"
 
 static_assert(sizeof(XML_Char) == sizeof(char16_t), "the XML parser must be the build that reports UTF-16");
 
-namespace zonstory {
+namespace zonscreenplay {
 
 namespace {
 
@@ -43,8 +43,8 @@ std::string UTF8(const XML_Char* text) {
 struct ExpatCallbacks {
     template <typename Step>
     static void Guarded(void* data, Step step) {
-        auto& driver = *static_cast<StoryDriver*>(data);
-        if (driver.mThrown || driver.mStopped) {
+        auto& driver = *static_cast<XmlDriver*>(data);
+        if (driver.mThrown) {
             return; // a parser that was stopped may still have events to deliver
         }
         try {
@@ -56,43 +56,44 @@ struct ExpatCallbacks {
     }
 
     static void XMLCALL Start(void* data, const XML_Char* name, const XML_Char** attributes) {
-        Guarded(data, [&](StoryDriver& driver) { driver.StartElement(Units(name), Units(attributes)); });
+        Guarded(data, [&](XmlDriver& driver) { driver.StartElement(Units(name), Units(attributes)); });
     }
 
     static void XMLCALL End(void* data, const XML_Char* name) {
-        Guarded(data, [&](StoryDriver& driver) { driver.EndElement(Units(name)); });
+        Guarded(data, [&](XmlDriver& driver) { driver.EndElement(Units(name)); });
     }
 
     static void XMLCALL Text(void* data, const XML_Char* text, int length) {
-        Guarded(data, [&](StoryDriver& driver) { driver.Characters(Units(text), static_cast<std::size_t>(length)); });
+        Guarded(data, [&](XmlDriver& driver) { driver.Characters(Units(text), static_cast<std::size_t>(length)); });
     }
 
     // Passed over, such an entity would lose text without a word.
     static int XMLCALL ExternalEntity(XML_Parser parser, const XML_Char*, const XML_Char*, const XML_Char* systemId,
                                       const XML_Char*) {
-        Guarded(XML_GetUserData(parser), [&](StoryDriver& driver) {
+        Guarded(XML_GetUserData(parser), [&](XmlDriver& driver) {
             const std::string source = systemId == nullptr ? "" : " '" + UTF8(systemId) + "'";
-            driver.Stop("the text of an external entity" + source + " is asked for; nothing outside the file is read");
+            driver.Fail(driver.Here(),
+                        "the text of an external entity" + source + " is asked for; nothing outside the file is read");
         });
         return XML_STATUS_ERROR;
     }
 
     static void XMLCALL SkippedEntity(void* data, const XML_Char* name, int isParameterEntity) {
         if (isParameterEntity == 0) {
-            Guarded(data, [&](StoryDriver& driver) {
-                driver.Stop("the entity '" + UTF8(name) + "' is not defined in the file");
+            Guarded(data, [&](XmlDriver& driver) {
+                driver.Fail(driver.Here(), "the entity '" + UTF8(name) + "' is not defined in the file");
             });
         }
     }
 
     static void XMLCALL EntityDeclaration(void* data, const XML_Char*, int, const XML_Char*, int, const XML_Char*,
                                           const XML_Char*, const XML_Char*, const XML_Char*) {
-        Guarded(data, [](StoryDriver& driver) { driver.CountEntity(); });
+        Guarded(data, [](XmlDriver& driver) { driver.CountEntity(); });
     }
 
     static int XMLCALL UnknownEncoding(void* data, const XML_Char* name, XML_Encoding* info) {
         int status = XML_STATUS_ERROR;
-        Guarded(data, [&](StoryDriver& driver) {
+        Guarded(data, [&](XmlDriver& driver) {
             driver.mUnknownEncoding = UTF8(name);
             if (const auto table = FindSingleByteEncoding(driver.mUnknownEncoding)) {
                 std::memcpy(info->map, table->data(), sizeof info->map);
@@ -106,12 +107,12 @@ struct ExpatCallbacks {
     }
 };
 
-void StoryDriver::FreeParser::operator()(XML_ParserStruct* parser) const {
+void XmlDriver::FreeParser::operator()(XML_ParserStruct* parser) const {
     XML_ParserFree(parser);
 }
 
-StoryDriver::StoryDriver(std::string name, const StoryReadOptions& options)
-    : mName(std::move(name)), mOptions(options), mExpat(XML_ParserCreate(nullptr)) {
+XmlDriver::XmlDriver(std::string name, const ReadOptions& options, ChooseXmlReader choose)
+    : mName(std::move(name)), mOptions(options), mChoose(std::move(choose)), mExpat(XML_ParserCreate(nullptr)) {
     if (!mExpat) {
         throw std::bad_alloc();
     }
@@ -124,10 +125,9 @@ StoryDriver::StoryDriver(std::string name, const StoryReadOptions& options)
     XML_SetEntityDeclHandler(parser, &ExpatCallbacks::EntityDeclaration);
     XML_SetUnknownEncodingHandler(parser, &ExpatCallbacks::UnknownEncoding, this);
     XML_SetBillionLaughsAttackProtectionMaximumAmplification(parser, mOptions.limits.amplification);
-    mHandler.StartDocument();
 }
 
-char* StoryDriver::Buffer(std::size_t size) {
+char* XmlDriver::Buffer(std::size_t size) {
     void* const buffer = XML_GetBuffer(mExpat.get(), static_cast<int>(size));
     if (buffer == nullptr) {
         throw std::bad_alloc();
@@ -135,7 +135,7 @@ char* StoryDriver::Buffer(std::size_t size) {
     return static_cast<char*>(buffer);
 }
 
-void StoryDriver::Parse(std::size_t length, bool isLast) {
+void XmlDriver::Parse(std::size_t length, bool isLast) {
     mSpent.bytes += length;
     if (mSpent.bytes > mOptions.limits.size) {
         Fail(Here(), "the file is longer than " + std::to_string(mOptions.limits.size) + " bytes");
@@ -145,9 +145,6 @@ void StoryDriver::Parse(std::size_t length, bool isLast) {
     }
     if (mThrown) {
         std::rethrow_exception(mThrown);
-    }
-    if (mStopped) {
-        Fail(mStopped->Position(), mStopped->Message());
     }
     const XML_Error code = XML_GetErrorCode(mExpat.get());
     if (code == XML_ERROR_NO_MEMORY) {
@@ -160,7 +157,7 @@ void StoryDriver::Parse(std::size_t length, bool isLast) {
 }
 
 // The parser looks at an unfinished tag anew with each piece, so a long one costs time in the square of its length.
-void StoryDriver::CheckUnfinishedMarkup() {
+void XmlDriver::CheckUnfinishedMarkup() {
     const XML_Index start = XML_GetCurrentByteIndex(mExpat.get()); // of what is unfinished; -1 before the first byte
     if (start >= 0 && mSpent.bytes - static_cast<std::size_t>(start) > mOptions.limits.markup) {
         Fail(Here(),
@@ -168,70 +165,51 @@ void StoryDriver::CheckUnfinishedMarkup() {
     }
 }
 
-void StoryDriver::FailToRead(const std::string& reason) {
-    Fail({}, reason);
+Screenplay XmlDriver::Finish() {
+    return mReader->Finish(); // well-formed XML has a root
 }
 
-Story StoryDriver::Finish() {
-    mHandler.EndDocument();
-    if (!mHandler.GetStory()) {
-        Fail(mRootPosition, "no story: the file's root is <" + mRootName + ">, not <Talewright>");
-    }
-    return {mHandler.GetStory(), std::move(mLines)};
+Position XmlDriver::Here() const {
+    return {XML_GetCurrentLineNumber(mExpat.get()), XML_GetCurrentColumnNumber(mExpat.get()) + 1};
 }
 
-void StoryDriver::StartElement(const char16_t* name, const char16_t* const* attributes) {
+void XmlDriver::Fail(Position position, const std::string& message) const {
+    throw ReadError(mName, position, message);
+}
+
+void XmlDriver::StartElement(const char16_t* name, const char16_t* const* attributes) {
     CachedElement& element = mElements.Find(name);
-    if (mOpen.empty()) {
-        mRootName = zoncore::UTF16to8(element.Name());
-        mRootPosition = Here();
+    if (!mReader) {
+        mReader = mChoose(*this, element.Name());
     }
     mOpen.push_back(&element);
-    const StoryLimits& limits = mOptions.limits;
+    const Limits& limits = mOptions.limits;
     if (mOpen.size() > limits.depth) {
-        return Stop("elements are nested more than " + std::to_string(limits.depth) + " deep");
+        Fail(Here(), "elements are nested more than " + std::to_string(limits.depth) + " deep");
     }
     mSpent.items += 1 + CountAttributes(attributes);
     if (mSpent.items > limits.items) { // before they are copied: a declaration gives an element any number of them
-        return Stop("the story has more than " + std::to_string(limits.items) + " elements and attributes");
-    }
-    if (element.Name() == u"scene" && ++mSpent.scenes > limits.scenes) {
-        return Stop("the story has more than " + std::to_string(limits.scenes) + " scenes");
+        Fail(Here(), "the story has more than " + std::to_string(limits.items) + " elements and attributes");
     }
     mSpent.text = 0;
     AddContent(element.SetAttributes(attributes));
-    if (mStopped) {
-        return;
-    }
     DeliverText();
-    mHandler.StartElement(element.Name(), element.Attributes());
-    if (mHandler.HasParseError()) {
-        return StopAtHandlersError();
-    }
-    if (mOptions.recordLines) {
-        RecordLine(element.Name());
-    }
+    mReader->Start(element.Name(), element.Attributes());
 }
 
-void StoryDriver::EndElement(const char16_t* name) {
+void XmlDriver::EndElement(const char16_t* name) {
     CachedElement& element = *mOpen.back();
     mOpen.pop_back();
     mElements.Restore(element, name);
     DeliverText();
-    mHandler.EndElement(element.Name());
-    if (mHandler.HasParseError()) {
-        StopAtHandlersError();
-    }
+    mReader->End(element.Name());
 }
 
-void StoryDriver::Characters(const char16_t* text, std::size_t length) {
+void XmlDriver::Characters(const char16_t* text, std::size_t length) {
     AddContent(length);
     mSpent.text += length;
     if (mSpent.text > mOptions.limits.text) {
-        Stop("a text is longer than " + std::to_string(mOptions.limits.text) + " characters");
-    }
-    if (mStopped) {
-        return;
+        Fail(Here(), "a text is longer than " + std::to_string(mOptions.limits.text) + " characters");
     }
     mText.append(text, length);
     if (mText.size() >= kTextPiece) {
@@ -239,59 +217,26 @@ void StoryDriver::Characters(const char16_t* text, std::size_t length) {
     }
 }
 
-// The parser reports every line end and every entity apart; the handler gets them together.
-void StoryDriver::DeliverText() {
+// The parser reports every line end and every entity apart; the reader gets them together.
+void XmlDriver::DeliverText() {
     if (!mText.empty()) {
-        mHandler.Characters(mText);
+        mReader->Characters(mText);
         mText.clear();
     }
 }
 
-void StoryDriver::CountEntity() {
+void XmlDriver::CountEntity() {
     if (++mSpent.entities > mOptions.limits.entities) {
-        Stop("the file declares more than " + std::to_string(mOptions.limits.entities) + " entities");
+        Fail(Here(), "the file declares more than " + std::to_string(mOptions.limits.entities) + " entities");
     }
 }
 
-void StoryDriver::AddContent(std::size_t length) {
+void XmlDriver::AddContent(std::size_t length) {
     mSpent.content += length;
     if (mSpent.content > mOptions.limits.size) {
-        Stop("the story's text is longer than " + std::to_string(mOptions.limits.size) +
-             " characters, entities and default attributes included");
+        Fail(Here(), "the story's text is longer than " + std::to_string(mOptions.limits.size) +
+                         " characters, entities and default attributes included");
     }
 }
 
-void StoryDriver::RecordLine(const zoncore::UString& name) {
-    const std::size_t line = XML_GetCurrentLineNumber(mExpat.get());
-    if (name == u"paragraph") {
-        mLines.AfterParagraph(line);
-    } else if (name == u"scene") {
-        mLines.AfterScene(line);
-    } else if (name == u"section") {
-        mLines.AfterSection(mHandler.GetStory().get(), line);
-    }
-}
-
-void StoryDriver::StopAtHandlersError() {
-    Stop(zoncore::UTF16to8(mHandler.GetParseError()));
-}
-
-void StoryDriver::Stop(const std::string& message) {
-    if (!mStopped) {
-        mStopped.emplace(mName, Here(), message);
-        XML_StopParser(mExpat.get(), XML_FALSE);
-    }
-}
-
-SourcePosition StoryDriver::Here() const {
-    return {XML_GetCurrentLineNumber(mExpat.get()), XML_GetCurrentColumnNumber(mExpat.get()) + 1};
-}
-
-void StoryDriver::Fail(SourcePosition position, const std::string& message) {
-    if (!mHandler.HasParseError()) {
-        mHandler.SetParseError(zoncore::UTF8to16(message));
-    }
-    throw StoryError(mName, position, zoncore::UTF16to8(mHandler.GetParseError()));
-}
-
-} // namespace zonstory
+} // namespace zonscreenplay

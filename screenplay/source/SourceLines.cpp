@@ -1,6 +1,6 @@
-#include "story/SourceLines.h"
+#include <zonscreenplay/SourceLines.h>
 
-namespace zonstory {
+namespace zonscreenplay {
 
 namespace {
 
@@ -56,4 +56,4 @@ std::size_t SourceLines::Line(const void* element) const {
     return found == mLines.end() ? 0 : found->second;
 }
 
-} // namespace zonstory
+} // namespace zonscreenplay

@@ -8,7 +8,7 @@
 #include <zoncore/AbstractParseHandler.h>
 #include <zoncore/UString.h>
 
-namespace zonstory {
+namespace zonscreenplay {
 
 /// One element's name and attributes, in the form that the story's handler takes.
 ///
@@ -57,4 +57,4 @@ private:
     CachedElement mOthers;
 };
 
-} // namespace zonstory
+} // namespace zonscreenplay

@@ -1,4 +1,4 @@
-#include "story/StoryReader.h"
+#include <zonscreenplay/Screenplay.h>
 
 #include <filesystem>
 #include <ostream>
@@ -8,24 +8,24 @@
 
 #include <zonstoryparser/Story.h>
 
-#include "host/story/StoryText.h"
+#include "screenplay/StoryText.h"
 #include "support/TemporaryFolder.h"
 
 namespace {
 
 using support::WithAction;
 using support::WithBody;
-using zonstory::ReadStory;
-using zonstory::ReadStoryFromMemory;
-using zonstory::Story;
-using zonstory::StoryError;
-using zonstory::StoryReadOptions;
+using zonscreenplay::ReadError;
+using zonscreenplay::ReadOptions;
+using zonscreenplay::ReadScreenplay;
+using zonscreenplay::ReadScreenplayFromMemory;
+using zonscreenplay::Screenplay;
 
-const zonstoryparser::Scene& FirstScene(const Story& story) {
+const zonstoryparser::Scene& FirstScene(const Screenplay& story) {
     return *story.root->document->body->section->scenes.at(0);
 }
 
-zoncore::UString FirstText(const Story& story) {
+zoncore::UString FirstText(const Screenplay& story) {
     zoncore::UString text;
     zonstoryparser::GetTextRuns(FirstScene(story).paragraphs.at(0), text);
     return text;
@@ -52,9 +52,9 @@ class StoryEncoding : public ::testing::TestWithParam<EncodingCase> {};
 // In pieces of one byte too: a character may be cut anywhere.
 TEST_P(StoryEncoding, IsReadWholeAndInPieces) {
     for (const std::size_t pieceSize : {1U, 2U, 3U, 5U, 65536U}) {
-        StoryReadOptions options;
+        ReadOptions options;
         options.pieceSize = pieceSize;
-        EXPECT_EQ(FirstText(ReadStoryFromMemory(GetParam().bytes, "s", options)), GetParam().text) << pieceSize;
+        EXPECT_EQ(FirstText(ReadScreenplayFromMemory(GetParam().bytes, "s", options)), GetParam().text) << pieceSize;
     }
 }
 
@@ -90,14 +90,14 @@ class RefusedStory : public ::testing::TestWithParam<RefusedCase> {};
 
 TEST_P(RefusedStory, SaysWhereAndWhy) {
     for (const std::size_t pieceSize : {1U, 65536U}) {
-        StoryReadOptions options;
+        ReadOptions options;
         options.pieceSize = pieceSize;
         try {
-            ReadStoryFromMemory(GetParam().bytes, "film.skrx", options);
+            ReadScreenplayFromMemory(GetParam().bytes, "film.skrx", options);
             FAIL() << "read without an error";
-        } catch (const StoryError& error) {
-            EXPECT_EQ(error.Position().line, GetParam().line);
-            EXPECT_EQ(error.Position().column, GetParam().column);
+        } catch (const ReadError& error) {
+            EXPECT_EQ(error.Where().line, GetParam().line);
+            EXPECT_EQ(error.Where().column, GetParam().column);
             EXPECT_THAT(error.Message(), ::testing::HasSubstr(GetParam().message));
             EXPECT_EQ(error.what(), "film.skrx:" + std::to_string(GetParam().line) + ":" +
                                         std::to_string(GetParam().column) + ": " + error.Message());
@@ -139,10 +139,11 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& row) { return row.param.name; });
 
 TEST(StoryReader, AttributesBelongToTheirElementAlone) {
-    const Story story = ReadStoryFromMemory(WithBody("<scene objID='a' sceneNumber='1'/><scene sceneNumber='2'/>"
-                                                     "<scene sceneNumber='3' objID='c'/><scene/><scene objID='e' x='y' "
-                                                     "sceneNumber=''/>"),
-                                            "s");
+    const Screenplay story =
+        ReadScreenplayFromMemory(WithBody("<scene objID='a' sceneNumber='1'/><scene sceneNumber='2'/>"
+                                          "<scene sceneNumber='3' objID='c'/><scene/><scene objID='e' x='y' "
+                                          "sceneNumber=''/>"),
+                                 "s");
     std::string seen;
     for (const auto& scene : story.root->document->body->section->scenes) {
         seen += zoncore::UTF16to8(scene->objectID.AsString() + u"/" + scene->sceneNumber + u" ");
@@ -159,43 +160,43 @@ TEST(StoryReader, ManyUnknownElementsDoNotDisturb) {
         opening += "<" + name + " version='" + letter + "'>";
         closing = "</" + name + ">" + closing;
     }
-    const Story story = ReadStoryFromMemory("<Talewright version='1.0'>" + opening + "<Tag label='in'/>" + closing +
-                                                "<Tag label='out'/></Talewright>",
-                                            "s");
+    const Screenplay story = ReadScreenplayFromMemory("<Talewright version='1.0'>" + opening + "<Tag label='in'/>" +
+                                                          closing + "<Tag label='out'/></Talewright>",
+                                                      "s");
     EXPECT_THAT(story.root->tagLabels, ::testing::ElementsAre(u"in", u"out"));
 }
 
 TEST(StoryReader, RecordsLinesOfWhatTheTreeHolds) {
-    StoryReadOptions options;
+    ReadOptions options;
     options.recordLines = true;
-    const Story story =
-        ReadStoryFromMemory("<Talewright version='1.0'><document>\n"
-                            "<stream name='elsewhere'><section><scene/></section></stream>\n"
-                            "<stream name='body'><section>\n"
-                            "<scene>\n<paragraph/>\n<paragraph/></scene>\n<paragraph/><scene/></section></stream>\n"
-                            "<commentStream><section><scene/></section></commentStream></document></Talewright>",
-                            "s", options);
+    const Screenplay story = ReadScreenplayFromMemory(
+        "<Talewright version='1.0'><document>\n"
+        "<stream name='elsewhere'><section><scene/></section></stream>\n"
+        "<stream name='body'><section>\n"
+        "<scene>\n<paragraph/>\n<paragraph/></scene>\n<paragraph/><scene/></section></stream>\n"
+        "<commentStream><section><scene/></section></commentStream></document></Talewright>",
+        "s", options);
     const auto& scenes = story.root->document->body->section->scenes;
     EXPECT_EQ(story.lines.Of(*scenes[0]), 4U);
     EXPECT_EQ(story.lines.Of(*scenes[0]->paragraphs[0]), 5U);
     EXPECT_EQ(story.lines.Of(*scenes[0]->paragraphs[1]), 6U);
     EXPECT_EQ(story.lines.Of(*scenes[1]), 7U);
     EXPECT_EQ(story.lines.Of(*story.root->document->commentStreams[0]->section->scenes[0]), 8U);
-    EXPECT_EQ(ReadStoryFromMemory(WithAction("x"), "s").lines.Of(*scenes[0]), 0U);
+    EXPECT_EQ(ReadScreenplayFromMemory(WithAction("x"), "s").lines.Of(*scenes[0]), 0U);
 }
 
 TEST(StoryReader, NamesAFileThatCannotBeRead) {
     const support::TemporaryFolder folder;
     support::WriteFile(folder / "a.skrx", WithAction("x"));
-    EXPECT_EQ(FirstText(ReadStory(folder / "a.skrx")), u"x");
+    EXPECT_EQ(FirstText(ReadScreenplay(folder / "a.skrx")), u"x");
     for (const auto& [path, reason] :
          {std::pair(folder / "none.skrx", "No such file or directory"), std::pair(folder.Path(), "Is a directory")}) {
         try {
-            ReadStory(path);
+            ReadScreenplay(path);
             FAIL() << path;
-        } catch (const StoryError& error) {
+        } catch (const ReadError& error) {
             EXPECT_EQ(error.what(), path.string() + ": " + reason);
-            EXPECT_EQ(error.Position().line, 0U);
+            EXPECT_EQ(error.Where().line, 0U);
         }
     }
 }

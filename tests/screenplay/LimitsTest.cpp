@@ -1,4 +1,4 @@
-#include "story/StoryLimits.h"
+#include <zonscreenplay/Limits.h>
 
 #include <fstream>
 #include <string>
@@ -9,19 +9,19 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "host/story/StoryText.h"
-#include "story/StoryReader.h"
+#include "screenplay/StoryText.h"
 #include "support/TemporaryFolder.h"
+#include <zonscreenplay/Screenplay.h>
 
 namespace {
 
 using support::Repeated;
 using support::WithAction;
 using support::WithBody;
-using zonstory::ReadStoryFromMemory;
-using zonstory::StoryError;
-using zonstory::StoryLimits;
-using zonstory::StoryReadOptions;
+using zonscreenplay::Limits;
+using zonscreenplay::ReadError;
+using zonscreenplay::ReadOptions;
+using zonscreenplay::ReadScreenplayFromMemory;
 
 // While it lives, the process may take 300 MB more. A sanitizer takes more room than anyone can foresee.
 class MemoryCap {
@@ -90,20 +90,20 @@ std::string Nested(std::size_t depth) {
 }
 
 // The message for a story, or "read".
-std::string Refusal(const std::string& bytes, const StoryLimits& limits = {}) {
-    StoryReadOptions options;
+std::string Refusal(const std::string& bytes, const Limits& limits = {}) {
+    ReadOptions options;
     options.limits = limits;
     const MemoryCap cap;
     try {
-        ReadStoryFromMemory(bytes, "s", options);
+        ReadScreenplayFromMemory(bytes, "s", options);
         return "read";
-    } catch (const StoryError& error) {
-        EXPECT_GT(error.Position().line, 0U);
+    } catch (const ReadError& error) {
+        EXPECT_GT(error.Where().line, 0U);
         return error.Message();
     }
 }
 
-TEST(StoryLimits, AttacksEndInBoundedMemoryWithAMessage) {
+TEST(Limits, AttacksEndInBoundedMemoryWithAMessage) {
     const std::string amplification = "limit on input amplification";
     const std::string text = "the story's text is longer than 134217728 characters";
     const std::string items = "the story has more than 8388608 elements and attributes";
@@ -133,22 +133,22 @@ TEST(StoryLimits, AttacksEndInBoundedMemoryWithAMessage) {
     }
 }
 
-TEST(StoryLimits, EachMayBeReachedAndNotPassed) {
+TEST(Limits, EachMayBeReachedAndNotPassed) {
     const std::string story = WithAction("ten chars.", "<!DOCTYPE t [" + Entity(1, "x") + Entity(2, "y") + "]>");
     const struct {
-        std::size_t StoryLimits::*limit;
+        std::size_t Limits::*limit;
         std::size_t reached;
         std::string message;
     } rows[] = {
-        {&StoryLimits::size, story.size(), "the file is longer than"},
-        {&StoryLimits::items, 13, "more than 12 elements and attributes"},
-        {&StoryLimits::scenes, 1, "more than 0 scenes"},
-        {&StoryLimits::depth, 7, "nested more than 6 deep"},
-        {&StoryLimits::text, 10, "longer than 9 characters"},
-        {&StoryLimits::entities, 2, "more than 1 entities"},
+        {&Limits::size, story.size(), "the file is longer than"},
+        {&Limits::items, 13, "more than 12 elements and attributes"},
+        {&Limits::scenes, 1, "more than 0 scenes"},
+        {&Limits::depth, 7, "nested more than 6 deep"},
+        {&Limits::text, 10, "longer than 9 characters"},
+        {&Limits::entities, 2, "more than 1 entities"},
     };
     for (const auto& row : rows) {
-        StoryLimits limits;
+        Limits limits;
         limits.*row.limit = row.reached;
         EXPECT_EQ(Refusal(story, limits), "read");
         limits.*row.limit = row.reached - 1;
@@ -157,7 +157,7 @@ TEST(StoryLimits, EachMayBeReachedAndNotPassed) {
 }
 
 // The longest chain that is let through, on the smallest stack that the usual systems give a thread.
-TEST(StoryLimits, AChainOfEntitiesFitsTheStackOfAThread) {
+TEST(Limits, AChainOfEntitiesFitsTheStackOfAThread) {
     pthread_attr_t small;
     ::pthread_attr_init(&small);
     ::pthread_attr_setstacksize(&small, 512 * 1024);
@@ -173,7 +173,7 @@ TEST(StoryLimits, AChainOfEntitiesFitsTheStackOfAThread) {
 }
 
 // A pipe that is opened blocks the test, and the file's text would be seen.
-TEST(StoryLimits, NothingOutsideTheFileIsOpened) {
+TEST(Limits, NothingOutsideTheFileIsOpened) {
     const support::TemporaryFolder folder;
     ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
     support::WriteFile(folder / "file", "<!ENTITY e 'seen'>");

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-namespace zonstory {
+namespace zonscreenplay {
 
 /// The code point of each byte of a one-byte encoding; -1 for a byte that means nothing.
 using SingleByteTable = std::array<int, 256>;
@@ -15,4 +15,4 @@ using SingleByteTable = std::array<int, 256>;
 /// character.
 std::optional<SingleByteTable> FindSingleByteEncoding(const std::string& name);
 
-} // namespace zonstory
+} // namespace zonscreenplay

@@ -1,0 +1,199 @@
+#include "source/ScriptBuilder.h"
+
+#include <algorithm>
+#include <charconv>
+#include <utility>
+
+#include "source/Utf8.h"
+
+namespace zonscreenplay {
+
+namespace {
+
+using zoncore::AttributeMap;
+using zoncore::UString;
+using zonstoryparser::ElementType;
+
+const UString kScene = u"scene";
+const UString kParagraph = u"paragraph";
+const UString kTextRun = u"textRun";
+const UString kObjectID = u"objID";
+const UString kElement = u"element";
+const UString kShotDuration = u"shotDuration";
+const AttributeMap kNoAttributes;
+
+const char16_t* ElementWord(ElementType kind) {
+    switch (kind) {
+    case zonstoryparser::kSceneHeading:
+        return u"SceneHeading";
+    case zonstoryparser::kCharacter:
+        return u"Character";
+    case zonstoryparser::kDialog:
+        return u"Dialog";
+    case zonstoryparser::kShot:
+        return u"Shot";
+    case zonstoryparser::kParenthetical:
+        return u"Parenthetical";
+    case zonstoryparser::kTransition:
+        return u"Transition";
+    default:
+        return u"Action";
+    }
+}
+
+bool IsBlank(const UString& text) {
+    return text.find_first_not_of(u" \t\r\n\u00a0\u3000") == UString::npos;
+}
+
+UString FromUTF8(std::string_view utf8) {
+    UString text;
+    AppendUTF8(utf8, text);
+    return text;
+}
+
+// A letter and a number: it stays within what a string keeps without allocating, up to a million paragraphs.
+void AssignIdentity(char16_t letter, std::size_t number, UString& identity) {
+    char digits[20] = {};
+    char* const end = std::to_chars(digits, digits + sizeof digits, number).ptr;
+    identity.assign(1, letter);
+    identity.insert(identity.end(), digits, end);
+}
+
+} // namespace
+
+ScriptBuilder::ScriptBuilder(std::string name, const ReadOptions& options)
+    : mName(std::move(name)), mOptions(options), mParagraph{{kObjectID, u""}, {kElement, u""}} {
+    mHandler.StartDocument();
+    mHandler.StartElement(u"Talewright", {{u"version", u"1.0"}, {u"documentType", u"screenplay"}});
+    mHandler.StartElement(u"document", kNoAttributes);
+    mHandler.StartElement(u"stream", {{kObjectID, u"body"}, {u"name", u"body"}});
+    mHandler.StartElement(u"section", kNoAttributes);
+    mResult.root = mHandler.GetStory();
+    mSection = mResult.root->document->body->section.get();
+    mResult.lines.AfterSection(mResult.root.get(), 1);
+}
+
+void ScriptBuilder::BeginScene(const Heading& heading, std::size_t line) {
+    OpenScene(FromUTF8(heading.number), line);
+    mHasHeading = true;
+    mDuration = FromUTF8(heading.duration);
+    AddParagraph(zonstoryparser::kSceneHeading, heading.text, line);
+}
+
+SceneProperties& ScriptBuilder::Properties() {
+    return mResult.scenes.empty() ? mNowhere : mResult.scenes.back();
+}
+
+void ScriptBuilder::AddParagraph(ElementType kind, std::string_view text, std::size_t line) {
+    mText.clear();
+    AppendUTF8(text, mText);
+    Emit(kind, mText, line);
+}
+
+void ScriptBuilder::AddParagraph(ElementType kind, const UString& text, std::size_t line) {
+    Emit(kind, text, line);
+}
+
+void ScriptBuilder::MarkDualDialogue() {
+    if (mLeftCue && mRightCue) {
+        mResult.dualDialogue.push_back({mLeftCue, mRightCue});
+        mLeftCue.reset(); // a third speech has no side
+    }
+}
+
+void ScriptBuilder::AddTitle(std::string_view key, std::string_view value) {
+    Spend(2, 1);
+    mResult.titlePage.emplace_back(key, value);
+}
+
+void ScriptBuilder::AddNote(std::string_view text, std::size_t line) {
+    Spend(2, line);
+    mResult.notes.push_back({line, std::string(text)});
+}
+
+void ScriptBuilder::Warn(WarningKind kind, std::size_t line, std::string text) {
+    Spend(2, line);
+    mResult.warnings.push_back({kind, line, std::move(text)});
+}
+
+void ScriptBuilder::Fail(Position position, const std::string& message) const {
+    throw ReadError(mName, position, message);
+}
+
+Screenplay ScriptBuilder::Finish(Format format) {
+    if (!mResult.scenes.empty()) {
+        mHandler.EndElement(kScene);
+    }
+    mHandler.EndDocument();
+    mResult.format = format;
+    std::stable_sort(mResult.warnings.begin(), mResult.warnings.end(),
+                     [](const Warning& left, const Warning& right) { return left.line < right.line; });
+    return std::move(mResult);
+}
+
+void ScriptBuilder::OpenScene(const UString& number, std::size_t line) {
+    if (mResult.scenes.size() == mOptions.limits.scenes) {
+        Fail({line, 1}, "the story has more than " + std::to_string(mOptions.limits.scenes) + " scenes");
+    }
+    Spend(2, line);
+    if (!mResult.scenes.empty()) {
+        mHandler.EndElement(kScene);
+    }
+    mResult.scenes.emplace_back();
+    mLeftCue.reset();
+    mRightCue.reset();
+    UString identity;
+    AssignIdentity(u's', mResult.scenes.size(), identity);
+    mHandler.StartElement(kScene, {{kObjectID, identity}, {u"sceneNumber", number}});
+    if (mOptions.recordLines) {
+        mResult.lines.AfterScene(line);
+    }
+}
+
+void ScriptBuilder::Emit(ElementType kind, const UString& text, std::size_t line) {
+    if (IsBlank(text)) {
+        return;
+    }
+    if (text.size() > mOptions.limits.text) {
+        Fail({line, 1}, "a text is longer than " + std::to_string(mOptions.limits.text) + " characters");
+    }
+    if (mResult.scenes.empty()) {
+        OpenScene({}, line);
+        Warn(WarningKind::BeforeHeading, line, "text before the first heading is a scene of its own");
+    }
+    Spend(2, line);
+    StartParagraph(kind);
+    mHandler.StartElement(kTextRun, kNoAttributes);
+    mHandler.Characters(text);
+    mHandler.EndElement(kTextRun);
+    mHandler.EndElement(kParagraph);
+    if (mOptions.recordLines) {
+        mResult.lines.AfterParagraph(line);
+    }
+    if (kind == zonstoryparser::kCharacter) {
+        mLeftCue = std::exchange(mRightCue, mSection->scenes.back()->paragraphs.back());
+        mHasCue = true;
+    }
+}
+
+void ScriptBuilder::StartParagraph(ElementType kind) {
+    AssignIdentity(u'p', ++mParagraphs, mParagraph[kObjectID]);
+    mParagraph[kElement] = ElementWord(kind);
+    if (kind == zonstoryparser::kSceneHeading && !mDuration.empty()) {
+        AttributeMap withDuration = mParagraph;
+        withDuration[kShotDuration] = mDuration;
+        mHandler.StartElement(kParagraph, withDuration);
+    } else {
+        mHandler.StartElement(kParagraph, mParagraph);
+    }
+}
+
+void ScriptBuilder::Spend(std::size_t items, std::size_t line) {
+    mItems += items;
+    if (mItems > mOptions.limits.items) {
+        Fail({line, 1},
+             "the story has more than " + std::to_string(mOptions.limits.items) + " elements and attributes");
+    }
+}
+
+} // namespace zonscreenplay
