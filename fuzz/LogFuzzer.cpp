@@ -10,9 +10,9 @@
 #include "TextInvariants.h"
 #include "match/ClipLog.h"
 #include "match/LogIndex.h"
-#include "match/LogText.h"
 #include "output/Csv.h"
 #include "output/CsvReader.h"
+#include "text/ForeignText.h"
 
 namespace {
 
@@ -78,7 +78,7 @@ void CheckIndex(const std::vector<ClipLog>& logs, SlateStyle style, std::size_t 
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-    const std::string text = LogToUTF8(bytes);
+    const std::string text = ForeignToUTF8(bytes);
     REQUIRE(fuzz::IsUTF8(text));
     const std::size_t lines = fuzz::CountLines(text);
     try {

@@ -8,7 +8,7 @@
 #include "cli/Completion.h"
 #include "cli/ManPage.h"
 #include "cli/OptionTree.h"
-#include "output/AtomicFile.h"
+#include "files/AtomicFile.h"
 
 int main(int argc, char** argv) try {
     if (argc != 2) {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <cerrno>
 #include <memory>
 #include <set>
@@ -14,7 +13,9 @@
 #include <sys/stat.h>
 
 #include "clip/Sidecar.h"
+#include "files/FileIdentity.h"
 #include "files/SystemError.h"
+#include "text/AsciiText.h"
 
 namespace zonstory {
 
@@ -29,19 +30,6 @@ constexpr std::array<std::string_view, 46> kMediaExtensions = {
     "mkv", "mov", "mp2", "mp3",  "mp4",  "mpe",  "mpeg", "mpg",  "mts",  "mxf", "oga",  "ogg",
     "ogv", "qt",  "r3d", "rf64", "ts",   "vob",  "wav",  "webm", "wma",  "wmv"};
 static_assert(std::is_sorted(kMediaExtensions.begin(), kMediaExtensions.end()));
-
-struct FileKey {
-    dev_t device;
-    ino_t inode;
-    bool operator==(const FileKey&) const = default;
-};
-
-struct FileKeyHash {
-    std::size_t operator()(const FileKey& key) const {
-        constexpr std::size_t kSpread = 0x9E3779B97F4A7C15;
-        return (key.inode + key.device * kSpread) * kSpread;
-    }
-};
 
 using Folder = std::unique_ptr<DIR, int (*)(DIR*)>;
 
@@ -74,13 +62,13 @@ private:
 
     // By what it is rather than by its name: two links to it are one clip, which is written once.
     void AddFile(const fs::path& path, const struct stat& status) {
-        if (mFiles.insert({status.st_dev, status.st_ino}).second) {
+        if (mFiles.insert(KeyOf(status)).second) {
             mList.clips.push_back(path);
         }
     }
 
     void AddFolder(const fs::path& path, const struct stat& status) {
-        if (!mFolders.insert({status.st_dev, status.st_ino}).second) {
+        if (!mFolders.insert(KeyOf(status)).second) {
             return;
         }
         std::vector<std::string> names;
@@ -159,9 +147,7 @@ bool IsMediaName(const fs::path& file) {
         return false;
     }
     extension.erase(0, 1);
-    std::transform(extension.begin(), extension.end(), extension.begin(),
-                   [](unsigned char character) { return static_cast<char>(std::tolower(character)); });
-    return std::binary_search(kMediaExtensions.begin(), kMediaExtensions.end(), extension);
+    return std::binary_search(kMediaExtensions.begin(), kMediaExtensions.end(), LowerCase(std::move(extension)));
 }
 
 ClipList FindClips(const std::vector<fs::path>& paths, bool recursive) {

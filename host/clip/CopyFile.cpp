@@ -14,8 +14,8 @@
 
 #include "clip/Clip.h"
 #include "clip/Interrupt.h"
-#include "clip/WriteAll.h"
 #include "files/SystemError.h"
+#include "files/WriteAll.h"
 
 namespace zonstory {
 

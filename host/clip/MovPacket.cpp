@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "clip/FileSize.h"
 #include "clip/IsoBoxes.h"
-#include "clip/WriteAll.h"
+#include "files/FileSize.h"
+#include "files/WriteAll.h"
 
 namespace zonstory {
 

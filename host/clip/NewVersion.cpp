@@ -7,12 +7,12 @@
 
 #include "clip/EmbeddedXMP.h"
 #include "clip/Essence.h"
-#include "clip/FileSize.h"
 #include "clip/Interrupt.h"
 #include "clip/IsoBoxes.h"
 #include "clip/MovPacket.h"
 #include "clip/SameMetadata.h"
 #include "clip/Sidecar.h"
+#include "files/FileSize.h"
 
 namespace zonstory {
 

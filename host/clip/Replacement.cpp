@@ -13,8 +13,8 @@
 #include "clip/CopyFile.h"
 #include "clip/FileAttributes.h"
 #include "clip/Interrupt.h"
-#include "clip/WriteAll.h"
 #include "files/SystemError.h"
+#include "files/WriteAll.h"
 
 namespace zonstory {
 

@@ -2,10 +2,9 @@
 
 #include <strings.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
-#include "clip/FileSize.h"
-#include "files/SystemError.h"
+#include "files/FileSize.h"
+#include "files/ReadFile.h"
 
 namespace zonstory {
 
@@ -24,27 +23,14 @@ bool Exists(const fs::path& path) {
 }
 
 std::string ReadWhole(const FileDescriptor& file) {
-    const std::uint64_t size = FileSize(file);
-    if (size > kLargestSidecar) {
+    if (FileSize(file) > kLargestSidecar) {
         throw ClipError("its sidecar is too large to be one");
     }
-    std::string bytes(static_cast<std::size_t>(size), '\0');
-    std::size_t done = 0;
-    while (done < bytes.size()) {
-        const ssize_t got = ::pread(file.Get(), bytes.data() + done, bytes.size() - done, static_cast<off_t>(done));
-        if (got < 0 && errno == EINTR) {
-            continue;
-        }
-        if (got < 0) {
-            ThrowSystemError("its sidecar cannot be read");
-        }
-        if (got == 0) {
-            break;
-        }
-        done += static_cast<std::size_t>(got);
+    try {
+        return ReadAll(file);
+    } catch (const FileError& error) {
+        throw ClipError(std::string("its sidecar cannot be read: ") + error.what());
     }
-    bytes.resize(done);
-    return bytes;
 }
 
 // The toolkit takes any XML for metadata that happens to be empty.

@@ -5,8 +5,8 @@
 
 #include <sys/stat.h>
 
-#include "clip/FileIdentity.h"
 #include "files/FileDescriptor.h"
+#include "files/FileIdentity.h"
 
 namespace zonstory {
 

@@ -16,6 +16,7 @@
 #include "clip/Clip.h"
 #include "clip/Interrupt.h"
 #include "files/SystemError.h"
+#include "text/AsciiText.h"
 
 namespace zonstory {
 
@@ -31,8 +32,7 @@ constexpr auto kRetryInterval = std::chrono::milliseconds(5);
 std::string PrefixFor(const std::string& fileName) {
     std::uint64_t hash = 0xCBF29CE484222325; // FNV-1a; two names that meet in one value merely wait for each other
     for (const char character : fileName) {
-        const bool isUpper = character >= 'A' && character <= 'Z';
-        hash ^= static_cast<unsigned char>(isUpper ? character - 'A' + 'a' : character);
+        hash ^= static_cast<unsigned char>(LowerCase(character));
         hash *= 0x100000001B3;
     }
     return fmt::format("{:016x}.", hash);
@@ -92,7 +92,7 @@ bool IsStillThere(const FileDescriptor& lock, const FileDescriptor& folder, cons
     struct stat held {};
     struct stat named {};
     return ::fstat(lock.Get(), &held) == 0 && ::fstatat(folder.Get(), name.c_str(), &named, AT_SYMLINK_NOFOLLOW) == 0 &&
-           held.st_dev == named.st_dev && held.st_ino == named.st_ino;
+           KeyOf(held) == KeyOf(named);
 }
 
 // All but the lock; nothing here is a folder.

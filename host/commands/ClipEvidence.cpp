@@ -1,16 +1,16 @@
 #include "commands/ClipEvidence.h"
 
-#include <algorithm>
 #include <utility>
 
 #include <zonmetadata/SchemaNamespaces.h>
 #include <zonstoryparser/Story.h>
 
-#include "clip/FileSize.h"
 #include "clip/TargetFile.h"
 #include "clip/layout/Chunks.h"
+#include "files/FileSize.h"
 #include "match/ClipStatements.h"
 #include "match/IXml.h"
+#include "text/AsciiText.h"
 
 namespace zonstory {
 
@@ -20,9 +20,7 @@ namespace fs = std::filesystem;
 
 // Only these hold the chunk; others are not opened for it.
 bool IsSoundFile(const fs::path& clip) {
-    std::string extension = clip.extension().string();
-    std::transform(extension.begin(), extension.end(), extension.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    const std::string extension = LowerCase(clip.extension().string());
     return extension == ".wav" || extension == ".bwf" || extension == ".rf64";
 }
 

@@ -1,10 +1,7 @@
 #include "commands/ClipMatching.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <filesystem>
-#include <fstream>
-#include <ios>
 #include <iterator>
 #include <system_error>
 #include <thread>
@@ -13,6 +10,7 @@
 
 #include "commands/ClipEvidence.h"
 #include "commands/InOrder.h"
+#include "files/ReadFile.h"
 #include "match/ClipLog.h"
 #include "match/LogIndex.h"
 #include "output/CsvReader.h"
@@ -22,21 +20,10 @@ namespace zonstory {
 
 namespace {
 
-ClipLog ReadLogFile(const std::string& path) {
-    std::error_code ignored;
-    if (std::filesystem::is_directory(path, ignored)) {
-        throw CsvError(path, 0, "is a folder");
-    }
-    std::ifstream file(path, std::ios::binary);
-    std::string bytes;
-    char piece[64 * 1024];
-    while (file.read(piece, sizeof piece) || file.gcount() > 0) {
-        bytes.append(piece, static_cast<std::size_t>(file.gcount()));
-    }
-    if (!file.eof()) {
-        throw CsvError(path, 0, std::generic_category().message(errno));
-    }
-    return ReadClipLog(bytes, path);
+ClipLog ReadLogFile(const std::string& path) try {
+    return ReadClipLog(ReadFile(path), path);
+} catch (const FileError& error) {
+    throw CsvError(path, 0, error.what());
 }
 
 std::vector<ClipLog> ReadLogFiles(const std::vector<std::string>& paths) {

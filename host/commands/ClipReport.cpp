@@ -3,7 +3,7 @@
 #include <fmt/ranges.h>
 #include <nlohmann/json.hpp>
 
-#include "output/AtomicFile.h"
+#include "files/AtomicFile.h"
 #include "output/Json.h"
 #include "output/Table.h"
 

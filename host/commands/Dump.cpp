@@ -1,7 +1,7 @@
 #include "commands/Dump.h"
 
 #include <algorithm>
-#include <cstdint>
+#include <optional>
 #include <set>
 #include <vector>
 
@@ -12,6 +12,7 @@
 #include <zonstoryparser/Story.h>
 
 #include "commands/Toolkit.h"
+#include "files/FileIdentity.h"
 #include "output/ExitCode.h"
 #include "output/SafeText.h"
 #include "story/PacketRule.h"
@@ -22,27 +23,15 @@ namespace {
 
 using zonstoryparser::Section;
 
-// What tells one file from another that took its name. A new file may get the old one's number, but not its time.
-struct FileStamp {
-    bool exists = false;
-    std::uint64_t number = 0;
-    std::int64_t seconds = 0;
-    std::int64_t nanoseconds = 0;
-
-    bool operator==(const FileStamp&) const = default;
-};
-
-FileStamp StampOf(const std::string& path) {
-    struct stat info = {};
-    if (lstat(path.c_str(), &info) != 0) {
-        return {};
-    }
-    return {true, info.st_ino, info.st_ctim.tv_sec, info.st_ctim.tv_nsec};
+// Nothing where there is no file. A new file may get the old one's number, but not its time.
+std::optional<FileIdentity> IdentityOf(const std::string& path) {
+    struct stat status = {};
+    return ::lstat(path.c_str(), &status) == 0 ? std::optional(zonstory::IdentityOf(status)) : std::nullopt;
 }
 
 struct DumpFile {
     std::string path;
-    FileStamp before;
+    std::optional<FileIdentity> before;
 };
 
 // The traversal makes at most one file of a scene, and counts scenes from 1 in every section.
@@ -72,7 +61,7 @@ std::vector<DumpFile> DueFiles(const zonstoryparser::Talewright& story) {
     std::vector<DumpFile> files;
     for (const std::size_t number : numbers) {
         std::string path = fmt::format("{}_Scene_{}_Shot_1.txt", prefix, number);
-        const FileStamp before = StampOf(path);
+        const auto before = IdentityOf(path);
         files.push_back({std::move(path), before});
     }
     return files;
@@ -90,8 +79,8 @@ int RunDump(const DumpOptions& options, Output& output) {
 
     int exitCode = kDone;
     for (const DumpFile& file : files) {
-        const FileStamp after = StampOf(file.path);
-        if (after.exists && after != file.before) {
+        const auto after = IdentityOf(file.path);
+        if (after && after != file.before) {
             output.Result(file.path + '\n');
         } else {
             output.Error(file.path + ": could not be written");

@@ -5,6 +5,8 @@
 
 #include <fmt/format.h>
 
+#include "text/AsciiText.h"
+
 namespace zonstory {
 
 namespace {
@@ -32,13 +34,6 @@ std::string Safe(std::string number) {
         number.resize(end);
     }
     return number;
-}
-
-std::string LowerCase(std::string name) {
-    std::transform(name.begin(), name.end(), name.begin(), [](char letter) {
-        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-    });
-    return name;
 }
 
 } // namespace

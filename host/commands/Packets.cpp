@@ -8,7 +8,8 @@
 
 #include "commands/PacketNames.h"
 #include "commands/Toolkit.h"
-#include "output/AtomicFile.h"
+#include "files/AtomicFile.h"
+#include "files/SystemError.h"
 #include "output/ExitCode.h"
 #include "story/PacketRule.h"
 #include "story/SceneContent.h"
@@ -38,7 +39,7 @@ void MakeFolder(const fs::path& folder) {
     std::error_code error;
     fs::create_directories(folder, error);
     if (!fs::is_directory(folder)) {
-        throw OutputError(folder.string() + ": " + (error ? error.message() : "is not a folder"));
+        throw OutputError(folder.string() + ": " + (error ? SystemErrorText(error.value()) : "is not a folder"));
     }
 }
 

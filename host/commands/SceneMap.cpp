@@ -1,12 +1,13 @@
 #include "commands/SceneMap.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <string_view>
 
 #include <fmt/format.h>
 
 #include "output/CsvReader.h"
+#include "text/AsciiText.h"
+#include "text/ForeignText.h"
 
 namespace zonstory {
 
@@ -14,23 +15,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string WithoutBlanks(const std::string& text) {
-    constexpr std::string_view kBlanks = " \t";
-    const std::size_t first = text.find_first_not_of(kBlanks);
-    return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(kBlanks) + 1 - first);
-}
-
-bool IsNamed(const std::string& field, std::string_view name) {
-    const std::string title = WithoutBlanks(field);
-    return std::equal(title.begin(), title.end(), name.begin(), name.end(), [](char left, char right) {
-        return (left >= 'A' && left <= 'Z' ? static_cast<char>(left - 'A' + 'a') : left) == right;
-    });
-}
-
 std::size_t FindColumn(const CsvRow& header, std::string_view name, const std::string& file) {
     std::size_t found = header.fields.size();
     for (std::size_t column = 0; column < header.fields.size(); ++column) {
-        if (!IsNamed(header.fields[column], name)) {
+        if (!EqualIgnoringCase(WithoutBlanks(header.fields[column]), name)) {
             continue;
         }
         if (found != header.fields.size()) {
@@ -48,10 +36,20 @@ std::string Field(const CsvRow& row, std::size_t column) {
     return column < row.fields.size() ? row.fields[column] : "";
 }
 
-std::string ResolveClip(const std::string& clip, const fs::path& folder) {
-    const fs::path besideMap = folder / clip; // `clip` itself where that is absolute
+bool Exists(const fs::path& clip) {
     std::error_code ignored;
-    return fs::exists(fs::symlink_status(besideMap, ignored)) ? besideMap.string() : clip;
+    return fs::exists(fs::symlink_status(clip, ignored));
+}
+
+// A map that is no UTF-8 was read as Windows-1252, but the name of a file may be made of those very bytes.
+std::string ResolveClip(const std::string& clip, const fs::path& folder) {
+    const std::string asBytes = ToWindows1252(clip);
+    for (const fs::path& path : {folder / clip, fs::path(clip), folder / asBytes, fs::path(asBytes)}) {
+        if (Exists(path)) { // `path` is what the map says where that is absolute
+            return path.string();
+        }
+    }
+    return clip;
 }
 
 } // namespace
@@ -66,7 +64,7 @@ SceneMap ReadSceneMap(const std::string& path, const SceneSelection& scenes) {
     std::string problems;
     for (const CsvRow& row : contents.rows) {
         const std::string clip = Field(row, clipColumn);
-        const std::string scene = WithoutBlanks(Field(row, sceneColumn));
+        const std::string scene(WithoutBlanks(Field(row, sceneColumn)));
         if (scene.empty()) {
             ++map.rowsWithoutScene;
             continue;

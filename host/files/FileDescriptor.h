@@ -17,10 +17,13 @@ public:
         std::swap(mDescriptor, other.mDescriptor);
         return *this;
     }
-    ~FileDescriptor() {
-        if (IsOpen()) {
-            ::close(mDescriptor);
-        }
+    ~FileDescriptor() { Close(); }
+
+    /// Closes it now; without one, does nothing.
+    /// @return false, with errno set, when what was written may be lost: a network file system says so here first.
+    bool Close() {
+        const int descriptor = std::exchange(mDescriptor, -1);
+        return descriptor < 0 || ::close(descriptor) == 0;
     }
 
     bool IsOpen() const { return mDescriptor >= 0; }

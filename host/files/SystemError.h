@@ -12,6 +12,6 @@ namespace zonstory {
 [[noreturn]] void ThrowSystemError(const std::string& attempt, int error = errno);
 
 /// The system's own words for an error.
-std::string SystemErrorText(int error);
+std::string SystemErrorText(int error = errno);
 
 } // namespace zonstory

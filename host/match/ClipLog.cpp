@@ -3,26 +3,15 @@
 #include <algorithm>
 #include <utility>
 
-#include "match/LogText.h"
 #include "output/CsvReader.h"
+#include "text/AsciiText.h"
+#include "text/ForeignText.h"
 
 namespace zonstory {
 
 namespace {
 
 constexpr std::size_t kMostHeadingLines = 50; ///< In front of the header of a CSV file.
-constexpr std::string_view kBlanks = " \t\r\n";
-
-std::string_view Trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(kBlanks);
-    return first == std::string_view::npos ? std::string_view()
-                                           : text.substr(first, text.find_last_not_of(kBlanks) + 1 - first);
-}
-
-bool EqualIgnoringCase(std::string_view text, std::string_view lowerCase) {
-    return std::equal(text.begin(), text.end(), lowerCase.begin(), lowerCase.end(),
-                      [](char left, char right) { return (left >= 'A' && left <= 'Z' ? left + 32 : left) == right; });
-}
 
 // Hands out lines, ended by LF, CR LF or CR, and counts them.
 class Lines {
@@ -51,7 +40,7 @@ std::vector<std::string> Split(std::string_view line, char delimiter) {
     std::vector<std::string> fields;
     for (std::size_t begin = 0; begin <= line.size();) {
         const std::size_t end = std::min(line.find(delimiter, begin), line.size());
-        fields.emplace_back(Trimmed(line.substr(begin, end - begin)));
+        fields.emplace_back(WithoutBlanks(line.substr(begin, end - begin)));
         begin = end + 1;
     }
     return fields;
@@ -62,9 +51,9 @@ std::vector<std::string> Split(std::string_view line, char delimiter) {
 bool IsAle(std::string_view text) {
     Lines lines(text);
     std::string_view line;
-    while (lines.Next(line) && Trimmed(line).empty()) {
+    while (lines.Next(line) && WithoutBlanks(line).empty()) {
     }
-    return EqualIgnoringCase(Trimmed(line), "heading");
+    return EqualIgnoringCase(WithoutBlanks(line), "heading");
 }
 
 enum class Section { Heading, Column, Data };
@@ -74,7 +63,7 @@ ClipLog ReadAvidLog(std::string_view text, const std::string& name) {
     Section section = Section::Heading;
     Lines lines(text);
     for (std::string_view line; lines.Next(line);) {
-        const std::string_view trimmed = Trimmed(line);
+        const std::string_view trimmed = WithoutBlanks(line);
         if (trimmed.empty()) {
             continue;
         }
@@ -142,7 +131,7 @@ ClipLog ReadCsvLog(std::string_view text, const std::string& name) {
 } // namespace
 
 std::string_view ClipLog::Field(const Row& row, std::optional<std::size_t> column) const {
-    return column && *column < row.fields.size() ? Trimmed(row.fields[*column]) : std::string_view();
+    return column && *column < row.fields.size() ? WithoutBlanks(row.fields[*column]) : std::string_view();
 }
 
 std::string ClipLog::Where(const Row& row) const {
@@ -150,7 +139,7 @@ std::string ClipLog::Where(const Row& row) const {
 }
 
 ClipLog ReadClipLog(std::string_view bytes, const std::string& name) {
-    const std::string text = LogToUTF8(bytes);
+    const std::string text = ForeignToUTF8(bytes);
     ClipLog log = IsAle(text) ? ReadAvidLog(text, name) : ReadCsvLog(text, name);
     log.name = name;
     log.known = FindLogColumns(log.columns);

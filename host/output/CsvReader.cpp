@@ -1,71 +1,22 @@
 #include "output/CsvReader.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdint>
 #include <exception>
 #include <iterator>
 #include <new>
-#include <system_error>
 #include <utility>
 
 #include <csv.h>
-#include <fcntl.h>
-#include <unistd.h>
 
-#include <zoncore/UString.h>
+#include "files/FileError.h"
+#include "files/ReadFile.h"
+#include "text/ForeignText.h"
 
 namespace zonstory {
 
 namespace {
 
-constexpr std::string_view kUTF8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view kSeparatorLine = "sep="; // some spreadsheets say it in front of the first row
-
-std::string ReadWhole(const std::string& path) {
-    const bool isStandardInput = path == "-";
-    const int file = isStandardInput ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY);
-    std::string bytes;
-    ssize_t count = file < 0 ? -1 : 1;
-    while (count > 0) {
-        char buffer[64 * 1024];
-        count = read(file, buffer, sizeof buffer);
-        bytes.append(buffer, count > 0 ? static_cast<std::size_t>(count) : 0);
-    }
-    const int reason = errno;
-    if (!isStandardInput && file >= 0) {
-        close(file);
-    }
-    if (count < 0) {
-        throw CsvError(path, 0, std::generic_category().message(reason));
-    }
-    return bytes;
-}
-
-std::string FromUTF16(std::string_view bytes, bool isBigEndian) {
-    zoncore::UString units;
-    for (std::size_t index = 0; index + 1 < bytes.size(); index += 2) {
-        const auto first = static_cast<std::uint8_t>(bytes[index]);
-        const auto second = static_cast<std::uint8_t>(bytes[index + 1]);
-        units.push_back(static_cast<char16_t>(isBigEndian ? first << 8 | second : second << 8 | first));
-    }
-    return zoncore::UTF16to8(units);
-}
-
-// A row of a sheet begins with an ASCII name, so a zero byte beside it tells UTF-16 also where there is no mark.
-std::string ToUTF8(std::string_view bytes) {
-    using namespace std::string_view_literals;
-    if (bytes.starts_with(kUTF8Mark)) {
-        return std::string(bytes.substr(kUTF8Mark.size()));
-    }
-    if (bytes.starts_with("\xFF\xFE"sv) || bytes.starts_with("\xFE\xFF"sv)) {
-        return FromUTF16(bytes.substr(2), bytes.front() == '\xFE');
-    }
-    if (bytes.size() > 1 && (bytes[0] == '\0') != (bytes[1] == '\0')) {
-        return FromUTF16(bytes, bytes[0] == '\0');
-    }
-    return std::string(bytes);
-}
 
 std::string_view FirstLine(std::string_view text) {
     return text.substr(0, text.find_first_of("\r\n"));
@@ -181,11 +132,16 @@ CsvError::CsvError(const std::string& file, std::size_t line, const std::string&
     : std::runtime_error(file + (line == 0 ? "" : ":" + std::to_string(line)) + ": " + reason) {}
 
 CsvContents ReadCsv(const std::string& path) {
-    return ParseCsv(ReadWhole(path), path == "-" ? "standard input" : path);
+    const std::string name = path == "-" ? "standard input" : path;
+    try {
+        return ParseCsv(ReadFile(path), name);
+    } catch (const FileError& error) {
+        throw CsvError(name, 0, error.what());
+    }
 }
 
 CsvContents ParseCsv(std::string_view bytes, const std::string& name) {
-    const std::string converted = ToUTF8(bytes);
+    const std::string converted = ForeignToUTF8(bytes);
     std::string_view text = converted;
     std::size_t line = 1;
     char delimiter = FindDelimiter(FirstLine(text));

@@ -24,9 +24,8 @@ struct CsvRow {
 
 /// What a spreadsheet, or a person, saved as CSV.
 ///
-/// Comma, semicolon, tab and bar are told apart by the first row, or by a line "sep=;" in front of it. UTF-8 and UTF-16 are
-/// read with or without a byte order mark and come out as UTF-8; bytes that are neither are kept as they are, since a
-/// file name may be made of them. Blanks around an unquoted field do not count; empty rows are left out.
+/// Comma, semicolon, tab and bar are told apart by the first row, or by a line "sep=;" in front of it. It is read as
+/// ForeignToUTF8() has it (text/ForeignText.h). Blanks around an unquoted field do not count; empty rows are left out.
 struct CsvContents {
     CsvRow header;
     std::vector<CsvRow> rows; ///< As they are; a row may be shorter or longer than the header.

@@ -2,11 +2,12 @@
 
 #include <cerrno>
 #include <cstdlib>
-#include <system_error>
 
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "files/FileIdentity.h"
+#include "files/SystemError.h"
 #include "output/SafeText.h"
 
 namespace zonstory {
@@ -32,7 +33,7 @@ bool IsSameFile(std::FILE* left, std::FILE* right) {
     struct stat leftStatus {};
     struct stat rightStatus {};
     return ::fstat(::fileno(left), &leftStatus) == 0 && ::fstat(::fileno(right), &rightStatus) == 0 &&
-           leftStatus.st_dev == rightStatus.st_dev && leftStatus.st_ino == rightStatus.st_ino;
+           KeyOf(leftStatus) == KeyOf(rightStatus);
 }
 
 void Print(std::FILE* stream, std::string_view text) {
@@ -97,7 +98,7 @@ bool Output::Finish() {
     if (mWriteError == 0) {
         return true;
     }
-    Error("standard output: " + std::generic_category().message(mWriteError));
+    Error("standard output: " + SystemErrorText(mWriteError));
     return false;
 }
 

@@ -6,21 +6,13 @@
 
 #include "story/BodyScenes.h"
 #include "story/SceneContent.h"
+#include "text/AsciiText.h"
 
 namespace zonstory {
 
 namespace {
 
 constexpr char kPositionMark = '#';
-
-std::string WithoutBlanks(std::string_view text) {
-    constexpr std::string_view kBlanks = " \t\r\n";
-    const std::size_t first = text.find_first_not_of(kBlanks);
-    if (first == std::string_view::npos) {
-        return {};
-    }
-    return std::string(text.substr(first, text.find_last_not_of(kBlanks) + 1 - first));
-}
 
 // What people mix up: case and leading zeros ("7" in a spreadsheet for "007").
 std::string Folded(const std::string& name) {
@@ -36,7 +28,7 @@ std::string Folded(const std::string& name) {
 // A number that reads like a position ("#7") stands under the same name as the position and may clash with it.
 SceneSelection::SceneSelection(const zonstoryparser::Talewright& story) : mScenes(BodyScenes(story)) {
     for (std::size_t index = 0; index < mScenes.size(); ++index) {
-        const std::string number = WithoutBlanks(zoncore::UTF16to8(mScenes[index]->sceneNumber));
+        const std::string number(WithoutBlanks(zoncore::UTF16to8(mScenes[index]->sceneNumber)));
         const std::string position = kPositionMark + std::to_string(index + 1);
         mByName[position].push_back(index);
         if (!number.empty() && number != position) {
@@ -46,7 +38,7 @@ SceneSelection::SceneSelection(const zonstoryparser::Talewright& story) : mScene
 }
 
 SelectedScene SceneSelection::Find(std::string_view name) const {
-    const std::string wanted = WithoutBlanks(name);
+    const std::string wanted(WithoutBlanks(name));
     const auto found = mByName.find(wanted);
     if (found == mByName.end()) {
         FailToFind(wanted);
@@ -75,7 +67,7 @@ void SceneSelection::FailToFind(const std::string& name) const {
         throw SceneSelectionError("no scene is named");
     }
     for (const auto& scene : mScenes) {
-        const std::string number = WithoutBlanks(zoncore::UTF16to8(scene->sceneNumber));
+        const std::string number(WithoutBlanks(zoncore::UTF16to8(scene->sceneNumber)));
         if (!number.empty() && Folded(number) == Folded(name)) {
             throw SceneSelectionError(fmt::format("no scene '{}'; the story writes it '{}'", name, number));
         }

@@ -18,13 +18,14 @@ screenplay/storyfile : source xml
 screenplay/fdx       : source xml
 screenplay/fountain  : source
 screenplay/formats   : source xml storyfile fdx fountain
+host/text     :
 host/files    :
-host/output   : files
-host/story    : output files
-host/clip     : output story files
-host/match    : output story clip files
-host/commands : output story clip match files
-host/cli      : output story clip match commands files
+host/output   : text files
+host/story    : output text files
+host/clip     : output story text files
+host/match    : output story clip text files
+host/commands : output story clip match text files
+host/cli      : output story clip match commands text files
 '
 
 failures=0

@@ -167,6 +167,8 @@ TEST_F(ClipVerbs, NamesAreTakenAsTheyAre) {
     const ZonstoryResult text = mZonstory.Run({"show", "two\nlines.mov", "caf\xE9.mov"});
     EXPECT_THAT(text.out, AllOf(HasSubstr("two\\nlines.mov\n"), HasSubstr("caf\\xe9.mov\n")));
     EXPECT_EQ(Show("caf\xE9.mov")["clip"], "caf\\xe9.mov");
+    support::WriteFile(mZonstory / "map.csv", "clip,scene\ncaf\xE9.mov,1\n");
+    EXPECT_EQ(mZonstory.Run({"write", "s.skrx", "--map", "map.csv"}).err, "0 written, 1 unchanged, 0 failed\n");
     EXPECT_THAT(mZonstory.Run({"show", "--format", "csv", "caf\xE9.mov"}).out, HasSubstr("caf\xE9.mov,inside,"));
 }
 

@@ -54,7 +54,7 @@ INSTANTIATE_TEST_SUITE_P(
                       EndCase{"ReportInNoFolder",
                               {"clear", "none.mov", "--report", "none/r.csv"},
                               1,
-                              "none/r.csv: No such file or directory\n"},
+                              "none/r.csv: cannot be written: No such file or directory\n"},
                       EndCase{"PacketsInAFile", {"packets", "s.skrx", "-o", "s.skrx"}, 1, "s.skrx: "}),
     [](const auto& row) { return row.param.name; });
 

@@ -4,7 +4,6 @@
 
 #include "match/ClipLog.h"
 #include "match/LogIndex.h"
-#include "match/LogText.h"
 #include "output/CsvReader.h"
 
 namespace zonstory {
@@ -77,14 +76,6 @@ INSTANTIATE_TEST_SUITE_P(
         LogCase{"Cr", "Heading\rColumn\rName\tTake\tScene\rData\ra.mov\t3\t12A\r", 5},
         LogCase{"Lf", "Heading\nVIDEO_FORMAT\t1080\nColumn\nName\tTake\tScene\nData\na.mov\t3\t12A\t\n", 6}),
     [](const auto& one) { return one.param.name; });
-
-TEST(LogText, ComesOutAsUTF8) {
-    EXPECT_EQ(LogToUTF8("Caf\xC3\xA9"), "Caf\xC3\xA9");
-    EXPECT_EQ(LogToUTF8("Caf\xE9 \x80"), "Caf\xC3\xA9 \xE2\x82\xAC") << "Windows-1252";
-    EXPECT_EQ(LogToUTF8("\xFF\xFE\xE9\x00\x3D\xD8"s), "\xC3\xA9\xEF\xBF\xBD") << "half a pair";
-    EXPECT_EQ(LogToUTF8("\xFF\xFE\x41"s), "") << "half a unit";
-    EXPECT_EQ(LogToUTF8(""), "");
-}
 
 TEST(LogErrors, NameTheLine) {
     const std::pair<std::string, std::string> cases[] = {

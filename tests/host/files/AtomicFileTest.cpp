@@ -1,4 +1,4 @@
-#include "output/AtomicFile.h"
+#include "files/AtomicFile.h"
 
 #include <string>
 

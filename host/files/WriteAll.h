@@ -9,7 +9,7 @@
 namespace zonstory {
 
 /// Writes all bytes at a file's own position, which moves on.
-/// @throws ClipError, as the next.
+/// @throws FileError "cannot be written: No space left on device", as the next.
 void WriteAll(const FileDescriptor& to, std::string_view bytes);
 
 /// Writes all bytes at a place.

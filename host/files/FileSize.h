@@ -9,7 +9,7 @@
 
 namespace zonstory {
 
-/// @throws ClipError
+/// @throws FileError
 inline std::uint64_t FileSize(const FileDescriptor& file) {
     struct stat status {};
     if (::fstat(file.Get(), &status) != 0) {

@@ -1,4 +1,4 @@
-#include "clip/WriteAll.h"
+#include "files/WriteAll.h"
 
 #include <unistd.h>
 
@@ -16,7 +16,7 @@ void Repeat(std::string_view bytes, Write write) {
             continue;
         }
         if (written <= 0) {
-            ThrowSystemError("cannot write its copy", written == 0 ? ENOSPC : errno);
+            ThrowSystemError("cannot be written", written == 0 ? ENOSPC : errno);
         }
         bytes.remove_prefix(static_cast<std::size_t>(written));
     }

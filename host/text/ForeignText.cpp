@@ -1,4 +1,4 @@
-#include "match/LogText.h"
+#include "text/ForeignText.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -36,29 +36,24 @@ std::string FromUTF16(std::string_view bytes, Order order) {
     return zoncore::UTF16to8(units);
 }
 
+char16_t FromWindows1252(char byte) {
+    const auto value = static_cast<unsigned char>(byte);
+    const char16_t windows = value >= 0x80 && value < 0xA0 ? kWindows[value - 0x80] : u'\0';
+    return windows != 0 ? windows : static_cast<char16_t>(value);
+}
+
 std::string FromWindows1252(std::string_view bytes) {
-    zoncore::UString units;
-    units.reserve(bytes.size());
-    for (const char byte : bytes) {
-        const auto value = static_cast<unsigned char>(byte);
-        const char16_t windows = value >= 0x80 && value < 0xA0 ? kWindows[value - 0x80] : u'\0';
-        units += windows != 0 ? windows : static_cast<char16_t>(value);
-    }
+    zoncore::UString units(bytes.size(), u'\0');
+    std::transform(bytes.begin(), bytes.end(), units.begin(), [](char byte) { return FromWindows1252(byte); });
     return zoncore::UTF16to8(units);
 }
 
-// A log begins with words in ASCII, so without a mark every other byte of its UTF-16 is zero.
+// Such files begin with words in ASCII, so without a mark one of the first two bytes of UTF-16 is zero.
 std::optional<Order> FindOrder(std::string_view bytes) {
-    const std::string_view start = bytes.substr(0, 64);
-    std::size_t zeros[2] = {0, 0};
-    for (std::size_t at = 0; at < start.size(); ++at) {
-        zeros[at % 2] += start[at] == '\0' ? 1 : 0;
+    if (bytes.size() < 2 || (bytes[0] == '\0') == (bytes[1] == '\0')) {
+        return std::nullopt;
     }
-    const std::size_t most = start.size() / 4;
-    if (zeros[1] > most && zeros[0] == 0) {
-        return Order::Little;
-    }
-    return zeros[0] > most && zeros[1] == 0 ? std::optional(Order::Big) : std::nullopt;
+    return bytes[0] == '\0' ? Order::Big : Order::Little;
 }
 
 bool IsUTF8(std::string_view bytes) {
@@ -75,7 +70,7 @@ bool IsUTF8(std::string_view bytes) {
 
 } // namespace
 
-std::string LogToUTF8(std::string_view bytes) {
+std::string ForeignToUTF8(std::string_view bytes) {
     if (bytes.starts_with(kUTF8Mark)) {
         bytes.remove_prefix(kUTF8Mark.size());
         return IsUTF8(bytes) ? std::string(bytes) : FromWindows1252(bytes);
@@ -90,6 +85,19 @@ std::string LogToUTF8(std::string_view bytes) {
         return FromUTF16(bytes, *order);
     }
     return IsUTF8(bytes) ? std::string(bytes) : FromWindows1252(bytes);
+}
+
+std::string ToWindows1252(std::string_view utf8) {
+    std::string bytes;
+    for (const char16_t unit : zoncore::UTF8to16(std::string(utf8))) {
+        const auto* const found = std::find(std::begin(kWindows), std::end(kWindows), unit);
+        if (found != std::end(kWindows) && unit != 0) {
+            bytes += static_cast<char>(0x80 + (found - std::begin(kWindows)));
+        } else {
+            bytes += unit < 0x100 ? static_cast<char>(unit) : '?';
+        }
+    }
+    return bytes;
 }
 
 } // namespace zonstory
