@@ -11,14 +11,8 @@ namespace {
 using zoncore::UString;
 using zoncore::UTF16to8;
 
-// The library keeps its settings to itself. It knows this one if it still finds it in front of a letter, where no dot
-// could make a setting of an unknown word.
 bool IsKnownSetting(const UString& setting) {
-    UString found;
-    UString location;
-    UString timeOfDay;
-    zonstoryparser::ParseSceneHeading(setting + u"x", found, location, timeOfDay);
-    return !setting.empty() && found == setting;
+    return !setting.empty() && zonstoryparser::SceneSettingLength(setting) == setting.size();
 }
 
 // "INT" is also found in "INT/EXT." and "INTERIOR", whose rest then stands in the location.

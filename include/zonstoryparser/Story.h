@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -58,6 +59,10 @@ ZONSTORYPARSER_API void GetTextRuns(boost::intrusive_ptr<Paragraph> paragraph, U
 /// alone otherwise: pass three empty strings.
 ZONSTORYPARSER_API void ParseSceneHeading(const UString& heading, UString& setting, UString& location,
                                           UString& timeOfDay);
+
+/// The length of the longest known setting that begins the heading, in any ASCII case: 8 of "INN/AUSS. HAUS". 0 when none
+/// does. What stands behind it is not looked at: 3 of "INTERVIEW". ParseSceneHeading() may take a shorter one.
+ZONSTORYPARSER_API std::size_t SceneSettingLength(const UString& heading);
 
 /// Splits what follows the setting. The leftmost "-" behind the first character parts location from time of day;
 /// without one, a last word such as "night" gives the time of day "Night" and stays in the location. Outputs as above.

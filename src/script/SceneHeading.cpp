@@ -87,6 +87,14 @@ void ParseSceneHeading(const UString& heading, UString& setting, UString& locati
     setting = *knownSetting;
 }
 
+std::size_t SceneSettingLength(const UString& heading) {
+    std::size_t length = 0;
+    for (const View word : kSceneSettings) {
+        length = StartsWith(heading, word) ? std::max(length, word.size()) : length;
+    }
+    return length;
+}
+
 // On purpose: the leftmost dash parts the text, so "SMITH-JONES HOUSE - DAY" is the location "SMITH"; and a word that
 // gives the time of day stays in the location. Held by the tests SceneHeading.
 void ParseRightHalf(const UString& rightHalf, UString& location, UString& timeOfDay) {
