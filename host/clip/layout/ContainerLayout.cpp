@@ -1,6 +1,8 @@
 #include "clip/layout/ContainerLayout.h"
 
+#include "clip/layout/AiffLayout.h"
 #include "clip/layout/IsoLayout.h"
+#include "clip/layout/RiffLayout.h"
 
 namespace zonstory {
 
@@ -14,6 +16,8 @@ struct Family {
 // The first that knows a file's beginning has it.
 constexpr Family kFamilies[] = {
     {IsIsoMedia, ReadIsoMedia},
+    {IsRiff, ReadRiff},
+    {IsAiff, ReadAiff},
 };
 
 } // namespace
