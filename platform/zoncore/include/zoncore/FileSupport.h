@@ -5,7 +5,8 @@
 
 namespace zoncore {
 
-/// The name of a directory. Nothing is looked up or created. File names are UTF-8 on disk.
+/// The name of a directory. Nothing is looked up or created. File names are UTF-8 on disk; a name that is not, such as a
+/// TMPDIR in another encoding, cannot be told, and stands for a file that does not exist.
 class ZONCORE_API Dir {
 public:
     /// The system's temporary directory: the value of TMPDIR when that is set and not empty, else "/tmp".
@@ -18,7 +19,7 @@ public:
     UString FullPath() const;
 
 private:
-    explicit Dir(UString path);
+    ZONCORE_LOCAL explicit Dir(UString path);
 
     UString mPath;
 };

@@ -34,7 +34,7 @@ public:
 private:
     using Translations = std::map<std::string, UString>;
 
-    Localizer();
+    ZONCORE_LOCAL Localizer();
 
     mutable std::mutex mMutex;
     std::shared_ptr<const Translations> mTranslations; // never null; replaced as a whole

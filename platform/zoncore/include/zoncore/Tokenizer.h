@@ -32,7 +32,7 @@ public:
     UString GetRemaining();
 
 private:
-    void MoveTo(std::size_t position);
+    ZONCORE_LOCAL void MoveTo(std::size_t position);
 
     UString mText;
     UString mDelimiters;

@@ -30,7 +30,7 @@ private:
     friend ZONMETADATA_API Path PathBeneath(const Path& path, std::string_view steps);
     using SharedText = std::shared_ptr<const zoncore::UTF8String>;
 
-    Path(SharedText schemaNamespace, zoncore::UTF8String propertyPath);
+    ZONMETADATA_LOCAL Path(SharedText schemaNamespace, zoncore::UTF8String propertyPath);
 
     SharedText mSchemaNamespace; // one text for a property and all beneath it, as lists of paths are long
     zoncore::UTF8String mPropertyPath;
