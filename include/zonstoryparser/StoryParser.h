@@ -20,7 +20,9 @@ namespace zonstoryparser {
 ///
 /// Nothing in a file makes it throw (only memory may run out). The first structural error is recorded and all later
 /// events are ignored; what was built until then stays reachable, and every function of this library copes with such a
-/// partial story. One handler serves one XML parser on one thread, and any number of files one after the other.
+/// partial story. One handler serves one XML parser on one thread, and any number of files one after the other; but the
+/// last text run stays open until the next one starts, so that a run outside any paragraph may still fill it. A host that
+/// keeps an earlier story uses a new handler for the next.
 ///
 /// The names without a namespace are matched as they stand in the file; StartElementWithNamespace() and its kin do
 /// nothing.

@@ -1,6 +1,7 @@
 #include <zonstoryparser/StoryParser.h>
 
 #include <string_view>
+#include <utility>
 
 #include <zoncore/Tokenizer.h>
 
@@ -44,6 +45,27 @@ ObjectID GetObjectID(const AttributeMap& attributes) {
     return ObjectID(Attribute(attributes, kObjectID));
 }
 
+constexpr std::size_t kKeptText = 4096; // code units; a run has a few hundred
+
+// Takes the gathered text. A short one is copied: the copy takes no more room than it needs, and the gatherer keeps its
+// own. A long one is handed over, so that it is never held twice.
+UString TakeText(UString& gathered) {
+    if (gathered.size() > kKeptText) {
+        return std::exchange(gathered, {});
+    }
+    UString taken = gathered;
+    gathered.clear();
+    return taken;
+}
+
+// Drops the gathered text, and much room with it.
+void DropText(UString& gathered) {
+    if (gathered.capacity() > 2 * kKeptText) {
+        UString().swap(gathered);
+    }
+    gathered.clear();
+}
+
 bool IsSupportedVersion(const UString& version) {
     zoncore::Tokenizer pieces(version, u".", 0, false);
     const UString major = pieces.NextToken();
@@ -64,7 +86,7 @@ void StoryParser::StartDocument() {
 }
 
 void StoryParser::StartElement(const UString& name, const AttributeMap& attributes) {
-    mText.clear();
+    DropText(mText);
     if (mHasError) {
         return;
     }
@@ -265,8 +287,7 @@ void StoryParser::StartTag(const AttributeMap& attributes) {
 // outside any paragraph goes to an empty last run. Held by the tests StoryParser, ARunKeepsItsFirstText.
 void StoryParser::EndTextRun() {
     if (mTextRun && mTextRun->text.empty()) {
-        mTextRun->text = mText; // a copy takes no more room than it needs, and the accumulator keeps its own
-        mText.clear();
+        mTextRun->text = TakeText(mText);
     }
 }
 
@@ -274,8 +295,7 @@ void StoryParser::EndMetaData() {
     if (!mStory || !mStory->metaData.empty()) {
         return SetParseError(u"Metadata already exists.  Are there two?");
     }
-    mStory->metaData = mText;
-    mText.clear();
+    mStory->metaData = TakeText(mText);
 }
 
 void StoryParser::CloseOpenElements() {
@@ -285,6 +305,7 @@ void StoryParser::CloseOpenElements() {
     mSection.reset();
     mScene.reset();
     mParagraph.reset();
+    mText.shrink_to_fit(); // its content stays until the next start tag, its room does not
 }
 
 } // namespace zonstoryparser
