@@ -20,8 +20,16 @@
 ///     SXMPMeta::Terminate();                                     // once, after the last
 ///
 /// All text is UTF-8. Every failure is an XMP_Error with the toolkit's positive error id and a message of this layer's
-/// own. Nothing is ever printed: while a call runs, what the toolkit writes to std::cerr on the calling thread is
-/// dropped; other threads' output is not touched.
+/// own.
+///
+/// Nothing is ever printed. While a call runs, a filter stands before the buffer of std::cerr and drops what the calling
+/// thread writes (the toolkit's words); other threads' output passes through, and the stream's state stays as it is.
+/// After the last call the host's buffer is back. A host that exchanges the buffer while a call runs on another thread
+/// may be given the filter as the earlier buffer, and may put it back: it leads to the buffer that stood behind it, and
+/// goes with the next call. Such a host must not
+///   - destroy the buffer that it took out before it has put the earlier one back, nor unload this library meanwhile;
+///   - exchange it at the very moment in which a call begins or ends: the stream itself has no lock;
+///   - let std::cerr throw (std::cerr.exceptions()) while it is in a state of error.
 ///
 /// Threads: different objects may be used on different threads at the same time; calls on one object must not overlap.
 
@@ -39,7 +47,9 @@ constexpr XMP_OptionBits kXMP_UseCompactFormat = 0x40;
 
 /// The toolkit's ids that a host most often tells apart.
 constexpr std::int32_t kXMPErr_Unknown = 0;
-constexpr std::int32_t kXMPErr_BadParam = 4; ///< Among others: text that is not well-formed UTF-8.
+constexpr std::int32_t kXMPErr_Unavailable = 2; ///< SXMPMeta::Initialize() has not been called.
+constexpr std::int32_t kXMPErr_BadObject = 3;   ///< An object that has been moved from.
+constexpr std::int32_t kXMPErr_BadParam = 4;    ///< Among others: text that is not well-formed UTF-8.
 constexpr std::int32_t kXMPErr_InternalFailure = 9;
 constexpr std::int32_t kXMPErr_ExternalFailure = 11;
 constexpr std::int32_t kXMPErr_BadSchema = 101; ///< A namespace URI that is empty or not registered.
@@ -56,12 +66,12 @@ class ZONSTORYPARSER_API XMP_Error : public std::exception {
 public:
     /// @param id  The toolkit's error id, positive (0 where it gives none).
     XMP_Error(std::int32_t id, std::string message);
-    XMP_Error(const XMP_Error&);
-    XMP_Error& operator=(const XMP_Error&);
+    XMP_Error(const XMP_Error&) noexcept;
+    XMP_Error& operator=(const XMP_Error&) noexcept;
     ~XMP_Error() override;
 
-    std::int32_t GetID() const;
-    const char* GetErrMsg() const;
+    std::int32_t GetID() const noexcept;
+    const char* GetErrMsg() const noexcept;
     const char* what() const noexcept override;
 
 private:
@@ -80,10 +90,11 @@ private:
 /// U+FFFE or U+FFFF (kXMPErr_BadUnicode), is refused and leaves the object as it was.
 class ZONSTORYPARSER_API SXMPMeta {
 public:
-    /// Starts the toolkit. Called by the host, once per process, before any other call of this header.
-    /// @return false when the toolkit could not start.
+    /// Starts the toolkit. Called by the host before any other call of this header, which else throws an XMP_Error
+    /// (kXMPErr_Unavailable). Starts are counted: a plugin makes its own.
+    /// @return false when the toolkit could not start; this one does not count then.
     static bool Initialize();
-    /// Ends it. No SXMPMeta may be left.
+    /// Takes one start back; the last ends the toolkit, and no SXMPMeta may be left then. Does nothing without a start.
     static void Terminate();
 
     /// Makes a namespace known. A URI that is known already keeps its prefix.
@@ -96,12 +107,15 @@ public:
     static bool GetNamespacePrefix(const char* namespaceURI, std::string* prefix);
 
     SXMPMeta();
-    /// Parses a packet, or RDF/XML without the packet wrapper. No bytes give an empty object.
-    /// @throws XMP_Error when the bytes are not XML or not XMP.
+    /// Parses a packet, or RDF/XML without the packet wrapper. No bytes give an empty object, and so does any XML without
+    /// RDF in it, whatever it is; one of less than some twenty bytes counts as malformed.
+    /// @throws XMP_Error when the bytes are not well-formed XML, or hold RDF that is not XMP.
     SXMPMeta(const char* packet, std::size_t length);
-    /// A deep copy: the two share nothing afterwards.
+    /// A deep copy: the two share nothing afterwards. It costs as much as writing a packet and parsing it.
+    /// @throws XMP_Error when `other` has been moved from, or cannot be written as a packet.
     SXMPMeta(const SXMPMeta& other);
-    /// Leaves `other` fit for destruction and assignment alone.
+    /// Leaves `other` fit for destruction, for assignment and for being moved from; any other call on it throws an
+    /// XMP_Error (kXMPErr_BadObject).
     SXMPMeta(SXMPMeta&& other) noexcept;
     SXMPMeta& operator=(const SXMPMeta& other);
     SXMPMeta& operator=(SXMPMeta&& other) noexcept;

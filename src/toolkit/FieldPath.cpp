@@ -2,15 +2,14 @@
 
 #include <string_view>
 
-#include "toolkit/KnownPrefix.h"
 #include "toolkit/ToolkitCall.h"
 
 namespace zonstoryparser {
 
 void AppendField(std::string& path, const char* fieldNS, const char* fieldName) {
     constexpr const char* kOperation = "cannot name the field";
-    const std::string prefix = KnownPrefix(fieldNS);
-    if (prefix.empty()) {
+    std::string prefix;
+    if (!SXMPMeta::GetNamespacePrefix(fieldNS, &prefix)) {
         ThrowToolkitError(kXMPErr_BadSchema, kOperation, PropertySubject(fieldNS, fieldName));
     }
     const std::string_view field = fieldName != nullptr ? fieldName : "";

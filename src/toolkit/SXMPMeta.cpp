@@ -5,12 +5,13 @@
 #include <utility>
 
 #include <exempi/xmp.h>
+#include <exempi/xmperrors.h>
 
 #include <zonstoryparser/XMPToolkit.h>
 
 #include "toolkit/FieldPath.h"
-#include "toolkit/KnownPrefix.h"
 #include "toolkit/ToolkitCall.h"
+#include "toolkit/ToolkitRun.h"
 #include "toolkit/ToolkitString.h"
 #include "toolkit/ToolkitText.h"
 
@@ -61,11 +62,10 @@ std::string FieldPath(const char* structName, const char* fieldNS, const char* f
 // ran out. Taken for a refusal, it would cost a packet the value without a word. Held by the tests MemoryShortage.
 template <typename Call>
 void Store(const char* operation, const char* schemaNS, const char* name, Call call) {
-    constexpr std::int32_t kStandardException = 13; // the toolkit's id
     try {
         CallToolkit(operation, call, [&] { return PropertySubject(schemaNS, name); });
     } catch (const XMP_Error& error) {
-        if (error.GetID() == kStandardException) {
+        if (error.GetID() == -XMPErr_StdException) {
             throw std::bad_alloc();
         }
         throw;
@@ -75,13 +75,11 @@ void Store(const char* operation, const char* schemaNS, const char* name, Call c
 } // namespace
 
 bool SXMPMeta::Initialize() {
-    const zonstoryparser::ToolkitSilence silence;
-    return xmp_init();
+    return zonstoryparser::StartToolkit();
 }
 
 void SXMPMeta::Terminate() {
-    xmp_terminate();
-    zonstoryparser::ForgetKnownPrefixes();
+    zonstoryparser::EndToolkit();
 }
 
 bool SXMPMeta::RegisterNamespace(const char* namespaceURI, const char* suggestedPrefix, std::string* registeredPrefix) {

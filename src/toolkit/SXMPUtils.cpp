@@ -1,6 +1,5 @@
 #include <zonstoryparser/XMPToolkit.h>
 
-#include "toolkit/KnownPrefix.h"
 #include "toolkit/ToolkitCall.h"
 
 void SXMPUtils::ComposeArrayItemPath(const char* schemaNS, const char* arrayName, XMP_Index index, std::string* path) {
@@ -8,7 +7,7 @@ void SXMPUtils::ComposeArrayItemPath(const char* schemaNS, const char* arrayName
         zonstoryparser::ThrowToolkitError(id, "cannot name an item of",
                                           zonstoryparser::PropertySubject(schemaNS, arrayName));
     };
-    if (zonstoryparser::KnownPrefix(schemaNS).empty()) {
+    if (!SXMPMeta::GetNamespacePrefix(schemaNS, nullptr)) {
         refuse(kXMPErr_BadSchema);
     }
     if (arrayName == nullptr || *arrayName == '\0') {

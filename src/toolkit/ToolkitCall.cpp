@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include <exempi/xmperrors.h>
+
 namespace zonstoryparser {
 
 namespace {
@@ -9,22 +11,23 @@ namespace {
 // The toolkit gives its own texts to standard error alone.
 const char* Reason(std::int32_t id) {
     static constexpr std::pair<std::int32_t, const char*> kReasons[] = {
-        {3, "invalid object"},
+        {kXMPErr_Unavailable, "SXMPMeta::Initialize() has not been called"},
+        {kXMPErr_BadObject, "the object has been moved from"},
         {kXMPErr_BadParam, "invalid value"},
         {kXMPErr_InternalFailure, "internal failure"},
         {kXMPErr_ExternalFailure, "failure of the file system"},
-        {15, "out of memory"},
+        {-XMPErr_NoMemory, "out of memory"},
         {kXMPErr_BadSchema, "the namespace is empty or not registered"},
         {kXMPErr_BadXPath, "the path is malformed or does not fit the property's form"},
         {kXMPErr_BadOptions, "the options contradict each other or the value"},
         {kXMPErr_BadIndex, "the array index is out of range"},
-        {106, "the text cannot be parsed"},
+        {-XMPErr_BadParse, "the text cannot be parsed"},
         {kXMPErr_BadSerialize, "the packet does not fit"},
         {kXMPErr_BadFileFormat, "the file is not what its format requires"},
-        {109, "no handler knows the file"},
+        {-XMPErr_NoFileHandler, "no handler knows the file"},
         {kXMPErr_BadXML, "not well-formed XML"},
-        {202, "not valid RDF"},
-        {203, "not valid XMP"},
+        {-XMPErr_BadRDF, "not valid RDF"},
+        {-XMPErr_BadXMP, "not valid XMP"},
         {kXMPErr_BadUnicode, "a character that XML cannot hold"},
     };
     for (const auto& [candidate, reason] : kReasons) {

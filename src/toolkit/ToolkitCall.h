@@ -7,6 +7,7 @@
 
 #include <zonstoryparser/XMPToolkit.h>
 
+#include "toolkit/ToolkitRun.h"
 #include "toolkit/ToolkitSilence.h"
 
 namespace zonstoryparser {
@@ -25,9 +26,12 @@ std::string PropertySubject(const char* schemaNS, const char* name);
 /// both for "no" and for an error; the two are told apart here.
 /// @param call     Returns bool or a pointer.
 /// @param subject  Returns the subject of the message; called only when there is one to make.
-/// @throws XMP_Error when the call ended with an error.
+/// @throws XMP_Error when the call ended with an error, or the toolkit does not run.
 template <typename Call, typename Subject>
 auto CallToolkit(const char* operation, Call call, Subject subject) {
+    if (!IsToolkitRunning()) {
+        ThrowToolkitError(kXMPErr_Unavailable, operation, subject());
+    }
     auto result = [&call] {
         const ToolkitSilence silence;
         return call();
