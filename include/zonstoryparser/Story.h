@@ -90,7 +90,9 @@ ZONSTORYPARSER_API bool GetSceneXMP(boost::intrusive_ptr<Talewright> story, boos
 
 /// Makes one packet of the gathered values, appends it to `shots`, and clears `shotID`, `action` and `dialogues`. Does
 /// nothing without `shotID`, or when `action`, `dialogues` and `sceneHeading` are all empty. The shot is named after
-/// heading and scene number: "INT - HOUSE - NIGHT - 12". A value that XMP refuses is left out of the packet.
+/// heading and scene number: "INT - HOUSE - NIGHT - 12". A value that XMP refuses is left out of the packet, and with it
+/// what its writer would have written after it: a refused setting takes location and time of day along, and of three
+/// speeches with a refused second one the third is missing too.
 /// @param reserved      Not read.
 /// @param shotDuration  "h:m:s", as for WriteShotDurationToXMP().
 /// @throws XMP_Error when the packet cannot be made; nothing is appended then.
@@ -206,10 +208,13 @@ ZONSTORYPARSER_API UString ClearSceneMetadataFromXMP(SXMPMeta& xmp, std::vector<
 /// /tmp). Scenes are counted from 1 in each section, so a comment stream's files replace the body's of the same number.
 ///
 /// A file of that name is removed first and made anew; a link there is removed, never followed. A file that cannot be
-/// made is skipped.
+/// made is skipped: all of them are where TMPDIR is not UTF-8.
 /// @param report  Assigned, except for a story without a document, which leaves it alone.
 /// @return false for a null story alone.
 /// @throws XMP_Error as GetSceneXMP(); files already written stay.
 ZONSTORYPARSER_API bool TraverseStory(boost::intrusive_ptr<Talewright> story, UString& report);
+
+/// The full paths of the files that TraverseStory() makes of this story, in the order of their numbers, each once.
+ZONSTORYPARSER_API std::vector<UString> TraversalFiles(const Talewright& story);
 
 } // namespace zonstoryparser

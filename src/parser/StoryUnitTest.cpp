@@ -1,9 +1,10 @@
 #include <cstdint>
+#include <set>
 #include <string>
 #include <vector>
 
 #include <zoncore/FileSupport.h>
-#include <zonstoryparser/Story.h>
+#include <zonstoryparser/SceneContent.h>
 
 #include "parser/DumpFile.h"
 
@@ -23,23 +24,29 @@ UString DumpPath(std::int32_t sceneCount, std::int32_t shotCount) {
 
 // On purpose: every section counts its scenes from 1, so a comment stream's files take the place of the body's. Held by
 // the tests StoryTraversal.
-void TraverseSection(const boost::intrusive_ptr<Talewright>& story, const boost::intrusive_ptr<Section>& section) {
+template <typename Visit>
+void TraverseSection(const boost::intrusive_ptr<Section>& section, Visit visit) {
     if (!section) {
         return;
     }
     std::int32_t sceneCount = 1;
     for (const boost::intrusive_ptr<Scene>& scene : section->scenes) {
-        if (!scene) {
-            continue;
+        if (scene) {
+            visit(scene, sceneCount++);
         }
-        std::vector<ShotXMP> shots;
-        GetSceneXMP(story, scene, sceneCount, shots);
-        std::int32_t shotCount = 1;
-        for (const ShotXMP& shot : shots) {
-            ReplaceDumpFile(DumpPath(sceneCount, shotCount), shot.xmpPacket);
-            ++shotCount;
+    }
+}
+
+// The body's section, and those of the comment streams.
+template <typename Visit>
+void TraverseDocument(const Document& document, Visit visit) {
+    if (document.body) {
+        TraverseSection(document.body->section, visit);
+    }
+    for (const boost::intrusive_ptr<CommentStream>& commentStream : document.commentStreams) {
+        if (commentStream) {
+            TraverseSection(commentStream->section, visit);
         }
-        ++sceneCount;
     }
 }
 
@@ -55,17 +62,34 @@ bool TraverseStory(boost::intrusive_ptr<Talewright> story, UString& report) {
     }
     const Document& document = *story->document;
     report = u"Story Version: " + story->version + u"  Document Version: " + document.version;
-    if (document.body) {
-        TraverseSection(story, document.body->section);
-    } else {
+    if (!document.body) {
         report += u"\nThe skrx file had no body?";
     }
-    for (const boost::intrusive_ptr<CommentStream>& commentStream : document.commentStreams) {
-        if (commentStream) {
-            TraverseSection(story, commentStream->section);
+    TraverseDocument(document, [&](const boost::intrusive_ptr<Scene>& scene, std::int32_t sceneCount) {
+        std::vector<ShotXMP> shots;
+        GetSceneXMP(story, scene, sceneCount, shots);
+        std::int32_t shotCount = 1;
+        for (const ShotXMP& shot : shots) {
+            ReplaceDumpFile(DumpPath(sceneCount, shotCount++), shot.xmpPacket);
         }
-    }
+    });
     return true;
+}
+
+std::vector<UString> TraversalFiles(const Talewright& story) {
+    std::set<std::int32_t> sceneCounts;
+    if (story.document) {
+        TraverseDocument(*story.document, [&](const boost::intrusive_ptr<Scene>& scene, std::int32_t sceneCount) {
+            if (WhyNoPacket(*scene) == NoPacketReason::None) {
+                sceneCounts.insert(sceneCount);
+            }
+        });
+    }
+    std::vector<UString> paths;
+    for (const std::int32_t sceneCount : sceneCounts) {
+        paths.push_back(DumpPath(sceneCount, 1)); // a scene is one shot
+    }
+    return paths;
 }
 
 } // namespace zonstoryparser

@@ -3,6 +3,7 @@
 #include "sync/ChangedPaths.h"
 #include "sync/LocalizedMessage.h"
 #include "toolkit/ToolkitSilence.h"
+#include "xmp/PropertyAccess.h"
 
 namespace zonstoryparser {
 
@@ -30,7 +31,7 @@ UString ClearSceneMetadataFromXMP(SXMPMeta& xmp, std::vector<zonmetadata::Path>&
     }
     changed.push_back(PathOf(kActionProperty));
 
-    const XMP_Index count = xmp.CountArrayItems(kDialogSequenceProperty.schemaNS, kDialogSequenceProperty.name);
+    const XMP_Index count = CountItems(kDialogSequenceProperty, xmp);
     if (!DeleteCharacterDialogueFromXMP(xmp)) {
         return LocalizedMessage(kDeleteCharacterDialogError);
     }

@@ -1,11 +1,11 @@
 #include <algorithm>
 
-#include <zonstoryparser/Story.h>
+#include <zonstoryparser/SceneContent.h>
 
-#include "script/SceneText.h"
 #include "sync/ChangedPaths.h"
 #include "sync/LocalizedMessage.h"
 #include "toolkit/ToolkitSilence.h"
+#include "xmp/PropertyAccess.h"
 
 namespace zonstoryparser {
 
@@ -17,15 +17,11 @@ constexpr char kCharacterDialogError[] =
     "$$$/zonstoryparser/CharacterDialogError=Error writing character dialogue to XMP";
 
 // On purpose: a scene without a heading leaves the clip's old heading alone. Held by the tests WriteSceneMetadata.
-bool WriteHeading(const UString& heading, SXMPMeta& xmp, ChangedPaths& changed) {
-    if (heading.empty()) {
+bool WriteHeading(const SceneContent& content, SXMPMeta& xmp, ChangedPaths& changed) {
+    if (content.heading.empty()) {
         return true;
     }
-    UString setting;
-    UString location;
-    UString timeOfDay;
-    ParseSceneHeading(heading, setting, location, timeOfDay);
-    if (!WriteSceneHeadingToXMP(setting, location, timeOfDay, xmp)) {
+    if (!WriteSceneHeadingToXMP(content.setting, content.location, content.timeOfDay, xmp)) {
         return false;
     }
     AppendHeadingPaths(changed);
@@ -44,7 +40,7 @@ bool WriteAction(const UString& action, SXMPMeta& xmp, ChangedPaths& changed) {
 // On purpose: the array's own path is reported when it comes into being and at no other time, not even when it shrinks
 // to nothing; and writing is tried also after a failed delete. Held by the tests WriteSceneMetadata.
 bool RebuildDialogue(const std::vector<CharacterDialogue>& dialogues, SXMPMeta& xmp, ChangedPaths& changed) {
-    const XMP_Index oldCount = xmp.CountArrayItems(kDialogSequenceProperty.schemaNS, kDialogSequenceProperty.name);
+    const XMP_Index oldCount = CountItems(kDialogSequenceProperty, xmp);
     const bool isDeleted = DeleteCharacterDialogueFromXMP(xmp);
     const bool isWritten = WriteCharacterDialogueToXMP(dialogues, xmp);
     if (!isDeleted || !isWritten) {
@@ -65,14 +61,14 @@ UString WriteSceneMetadataIntoXMP(boost::intrusive_ptr<Scene> scene, SXMPMeta& x
                                   std::vector<zonmetadata::Path>& changed) {
     const ToolkitSilence silence; // one for all the calls below
     RegisterNamespaces();
-    const SceneText text = GatherSceneText(*scene);
-    if (!WriteHeading(text.heading, xmp, changed)) {
+    const SceneContent content = GatherSceneContent(*scene);
+    if (!WriteHeading(content, xmp, changed)) {
         return LocalizedMessage(kSceneHeadingError);
     }
-    if (!WriteAction(text.action, xmp, changed)) {
+    if (!WriteAction(content.action, xmp, changed)) {
         return LocalizedMessage(kActionTextError);
     }
-    if (!RebuildDialogue(text.dialogues, xmp, changed)) {
+    if (!RebuildDialogue(content.dialogues, xmp, changed)) {
         return LocalizedMessage(kCharacterDialogError);
     }
     return {};

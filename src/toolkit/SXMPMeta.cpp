@@ -61,15 +61,20 @@ std::string FieldPath(const char* structName, const char* fieldNS, const char* f
 // Path and text of what is stored are sound: an exception of the standard library inside the toolkit then is memory that
 // ran out. Taken for a refusal, it would cost a packet the value without a word. Held by the tests MemoryShortage.
 template <typename Call>
-void Store(const char* operation, const char* schemaNS, const char* name, Call call) {
+auto TellMemoryShortage(Call call) {
     try {
-        CallToolkit(operation, call, [&] { return PropertySubject(schemaNS, name); });
+        return call();
     } catch (const XMP_Error& error) {
         if (error.GetID() == -XMPErr_StdException) {
             throw std::bad_alloc();
         }
         throw;
     }
+}
+
+template <typename Call>
+void Store(const char* operation, const char* schemaNS, const char* name, Call call) {
+    TellMemoryShortage([&] { return CallToolkit(operation, call, [&] { return PropertySubject(schemaNS, name); }); });
 }
 
 } // namespace
@@ -98,8 +103,10 @@ bool SXMPMeta::GetNamespacePrefix(const char* namespaceURI, std::string* prefix)
         return false;
     }
     const ToolkitString registered;
-    const bool isKnown = CallToolkit("cannot look up the namespace",
-                                     [&] { return xmp_namespace_prefix(namespaceURI, registered.Get()); });
+    const bool isKnown = TellMemoryShortage([&] { // what is stored in a field begins with this
+        return CallToolkit("cannot look up the namespace",
+                           [&] { return xmp_namespace_prefix(namespaceURI, registered.Get()); });
+    });
     if (isKnown && prefix != nullptr) {
         registered.AssignTo(*prefix);
     }

@@ -10,20 +10,27 @@ namespace zonstoryparser {
 
 namespace {
 
-/// The paths of one item's fields. They are composed once an item, in room that serves for all of them.
+/// The paths of one item's fields. What leads from an item to a field is the same for all items, and composed once.
 class RecordPaths {
 public:
     /// @throws XMP_Error when the toolkit does not know the namespace.
+    RecordPaths() {
+        AppendField(mToCharacter, kDialogSequenceProperty.schemaNS, kDialogCharacterField);
+        AppendField(mToDialogue, kDialogSequenceProperty.schemaNS, kDialogTextField);
+    }
+
     void MoveTo(XMP_Index index) {
         SXMPUtils::ComposeArrayItemPath(kDialogSequenceProperty.schemaNS, kDialogSequenceProperty.name, index, &mItem);
-        AppendField(mCharacter.assign(mItem), kDialogSequenceProperty.schemaNS, kDialogCharacterField);
-        AppendField(mDialogue.assign(mItem), kDialogSequenceProperty.schemaNS, kDialogTextField);
+        mCharacter.assign(mItem).append(mToCharacter);
+        mDialogue.assign(mItem).append(mToDialogue);
     }
 
     const char* Character() const { return mCharacter.c_str(); }
     const char* Dialogue() const { return mDialogue.c_str(); }
 
 private:
+    std::string mToCharacter;
+    std::string mToDialogue;
     std::string mItem;
     std::string mCharacter;
     std::string mDialogue;
@@ -77,7 +84,7 @@ bool GetCharacterDialogueFromXMP(SXMPMeta& xmp, XMP_OptionBits* options, std::ve
     RegisterNamespaces();
     return FalseOnToolkitError([&] {
         const ToolkitSilence silence; // one for all the calls below
-        const XMP_Index count = xmp.CountArrayItems(kDialogSequenceProperty.schemaNS, kDialogSequenceProperty.name);
+        const XMP_Index count = CountItems(kDialogSequenceProperty, xmp);
         RecordPaths item;
         bool found = false;
         for (XMP_Index index = 1; index <= count; ++index) {
@@ -89,7 +96,7 @@ bool GetCharacterDialogueFromXMP(SXMPMeta& xmp, XMP_OptionBits* options, std::ve
 }
 
 bool DeleteCharacterDialogueFromXMP(SXMPMeta& xmp) {
-    return Delete(kDialogSequenceProperty, xmp);
+    return DeleteProperty(kDialogSequenceProperty, xmp);
 }
 
 } // namespace zonstoryparser

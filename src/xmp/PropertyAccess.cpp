@@ -16,18 +16,22 @@ void DeleteIfPresent(const ScriptProperty& property, SXMPMeta& xmp) {
     xmp.DeleteProperty(property.schemaNS, property.name); // looks for it by itself, and leaves it at that
 }
 
-bool WriteUnlessEmpty(const ScriptProperty& property, const zoncore::UString& value, SXMPMeta& xmp) {
+XMP_Index CountItems(const ScriptProperty& array, const SXMPMeta& xmp) {
+    return xmp.CountArrayItems(array.schemaNS, array.name);
+}
+
+bool WritePropertyUnlessEmpty(const ScriptProperty& property, const zoncore::UString& value, SXMPMeta& xmp) {
     return FalseOnToolkitError([&] {
         SetValueUnlessEmpty(property, value, xmp);
         return true;
     });
 }
 
-bool Read(const ScriptProperty& property, SXMPMeta& xmp, XMP_OptionBits* options, std::string* value) {
+bool ReadProperty(const ScriptProperty& property, SXMPMeta& xmp, XMP_OptionBits* options, std::string* value) {
     return FalseOnToolkitError([&] { return xmp.GetProperty(property.schemaNS, property.name, value, options); });
 }
 
-bool Delete(const ScriptProperty& property, SXMPMeta& xmp) {
+bool DeleteProperty(const ScriptProperty& property, SXMPMeta& xmp) {
     return FalseOnToolkitError([&] {
         DeleteIfPresent(property, xmp);
         return true;

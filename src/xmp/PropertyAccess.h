@@ -20,7 +20,7 @@ bool FalseOnToolkitError(Step step) {
     }
 }
 
-/// @name The three steps that all accessors are made of; each throws what the toolkit throws.
+/// @name The steps that the accessors are made of; each throws what the toolkit throws.
 /// @{
 
 /// Stores `value` as it is, also when it is empty.
@@ -31,13 +31,16 @@ void SetValueUnlessEmpty(const ScriptProperty& property, const zoncore::UString&
 
 /// Removes the property, if it exists, with all beneath it.
 void DeleteIfPresent(const ScriptProperty& property, SXMPMeta& xmp);
+
+/// The number of an array's items; 0 when it does not exist.
+XMP_Index CountItems(const ScriptProperty& array, const SXMPMeta& xmp);
 /// @}
 
 /// @name Accessors of one simple property
 /// @{
-bool WriteUnlessEmpty(const ScriptProperty& property, const zoncore::UString& value, SXMPMeta& xmp);
-bool Read(const ScriptProperty& property, SXMPMeta& xmp, XMP_OptionBits* options, std::string* value);
-bool Delete(const ScriptProperty& property, SXMPMeta& xmp);
+bool WritePropertyUnlessEmpty(const ScriptProperty& property, const zoncore::UString& value, SXMPMeta& xmp);
+bool ReadProperty(const ScriptProperty& property, SXMPMeta& xmp, XMP_OptionBits* options, std::string* value);
+bool DeleteProperty(const ScriptProperty& property, SXMPMeta& xmp);
 /// @}
 
 } // namespace zonstoryparser

@@ -22,7 +22,7 @@ bool WriteSceneNumberToXMP(const UString& sceneNumber, SXMPMeta& xmp) {
 }
 
 bool WriteShotNameToXMP(const UString& shotName, SXMPMeta& xmp) {
-    return WriteUnlessEmpty(kShotNameProperty, shotName, xmp);
+    return WritePropertyUnlessEmpty(kShotNameProperty, shotName, xmp);
 }
 
 // On purpose: shot numbers belong to the camera's side and are never written here. Held by the tests SceneProperties.
@@ -31,35 +31,35 @@ bool WriteShotNumberToXMP(int, SXMPMeta&) {
 }
 
 bool WriteActionToXMP(const UString& action, SXMPMeta& xmp) {
-    return WriteUnlessEmpty(kActionProperty, action, xmp);
+    return WritePropertyUnlessEmpty(kActionProperty, action, xmp);
 }
 
 bool GetSceneSettingFromXMP(SXMPMeta& xmp, XMP_OptionBits* options, std::string* value) {
-    return Read(kSceneSettingProperty, xmp, options, value);
+    return ReadProperty(kSceneSettingProperty, xmp, options, value);
 }
 
 bool GetShotLocationFromXMP(SXMPMeta& xmp, XMP_OptionBits* options, std::string* value) {
-    return Read(kShotLocationProperty, xmp, options, value);
+    return ReadProperty(kShotLocationProperty, xmp, options, value);
 }
 
 bool GetSceneTimeOfDayFromXMP(SXMPMeta& xmp, XMP_OptionBits* options, std::string* value) {
-    return Read(kSceneTimeOfDayProperty, xmp, options, value);
+    return ReadProperty(kSceneTimeOfDayProperty, xmp, options, value);
 }
 
 bool GetSceneNumberFromXMP(SXMPMeta& xmp, XMP_OptionBits* options, std::string* value) {
-    return Read(kSceneNumberProperty, xmp, options, value);
+    return ReadProperty(kSceneNumberProperty, xmp, options, value);
 }
 
 bool GetShotNameFromXMP(SXMPMeta& xmp, XMP_OptionBits* options, std::string* value) {
-    return Read(kShotNameProperty, xmp, options, value);
+    return ReadProperty(kShotNameProperty, xmp, options, value);
 }
 
 bool GetShotNumberFromXMP(SXMPMeta& xmp, XMP_OptionBits* options, std::string* value) {
-    return Read(kShotNumberProperty, xmp, options, value);
+    return ReadProperty(kShotNumberProperty, xmp, options, value);
 }
 
 bool GetActionFromXMP(SXMPMeta& xmp, XMP_OptionBits* options, std::string* value) {
-    return Read(kActionProperty, xmp, options, value);
+    return ReadProperty(kActionProperty, xmp, options, value);
 }
 
 bool DeleteSceneHeadingFromXMP(SXMPMeta& xmp) {
@@ -72,19 +72,19 @@ bool DeleteSceneHeadingFromXMP(SXMPMeta& xmp) {
 }
 
 bool DeleteSceneNumberFromXMP(SXMPMeta& xmp) {
-    return Delete(kSceneNumberProperty, xmp);
+    return DeleteProperty(kSceneNumberProperty, xmp);
 }
 
 bool DeleteShotNameFromXMP(SXMPMeta& xmp) {
-    return Delete(kShotNameProperty, xmp);
+    return DeleteProperty(kShotNameProperty, xmp);
 }
 
 bool DeleteShotNumberFromXMP(SXMPMeta& xmp) {
-    return Delete(kShotNumberProperty, xmp);
+    return DeleteProperty(kShotNumberProperty, xmp);
 }
 
 bool DeleteActionFromXMP(SXMPMeta& xmp) {
-    return Delete(kActionProperty, xmp);
+    return DeleteProperty(kActionProperty, xmp);
 }
 
 } // namespace zonstoryparser

@@ -76,7 +76,7 @@ bool GetShotDurationValueFromXMP(SXMPMeta& xmp, XMP_OptionBits* options, std::st
 }
 
 bool DeleteShotDurationFromXMP(SXMPMeta& xmp) {
-    return Delete(kShotDurationProperty, xmp);
+    return DeleteProperty(kShotDurationProperty, xmp);
 }
 
 } // namespace zonstoryparser

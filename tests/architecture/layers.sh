@@ -10,7 +10,7 @@ src/model     :
 src/toolkit   :
 src/script    : toolkit
 src/xmp       : toolkit
-src/sync      : toolkit script xmp
+src/sync      : toolkit xmp
 src/parser    :
 screenplay/source    :
 screenplay/xml       : source

@@ -59,6 +59,7 @@ TEST_F(StoryTraversal, ReportsVersionsAndWhatIsMissing) {
     EXPECT_EQ(mReport, u"Story Version: 1.0  Document Version: 7");
 
     mStory->document.reset();
+    EXPECT_TRUE(TraversalFiles(*mStory).empty());
     mReport = u"before";
     EXPECT_TRUE(TraverseStory(mStory, mReport));
     EXPECT_EQ(mReport, u"before");
@@ -75,6 +76,7 @@ TEST_F(StoryTraversal, DumpsEachSceneAndLetsCommentsOverwriteTheBody) {
     AddComments(nullptr);
     ASSERT_TRUE(TraverseStory(mStory, mReport));
     EXPECT_EQ(support::NamesIn(mFolder.Path()), (std::vector<std::string>{Dump(1).filename(), Dump(3).filename()}));
+    EXPECT_EQ(TraversalFiles(*mStory), (std::vector<UString>{Dump(1).u16string(), Dump(3).u16string()}));
     EXPECT_EQ(ActionIn(Dump(1)), "comment one");
     EXPECT_EQ(ActionIn(Dump(3)), "three");
 }

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include <zonstoryparser/Story.h>
+#include <zonstoryparser/SceneContent.h>
 
 #include "support/Scenes.h"
 
@@ -77,9 +77,19 @@ TEST(ShotBreakdown, NumbersAndNamesScenesThatHaveNone) {
 TEST(ShotBreakdown, SomeScenesYieldNoPacket) {
     const auto anonymous = MakeScene({{kAction, u"Rain."}, {kAction, u"Pours."}});
     anonymous->paragraphs[0]->objectID = ObjectID();
-    for (const auto& scene : {MakeScene({}), MakeScene({{kTransition, u"CUT TO:"}}), MakeScene({{kDialog, u"Hello"}}),
-                              MakeScene({{kCharacter, u"BOB"}}), anonymous}) {
-        EXPECT_TRUE(Packets(scene).empty());
+    const auto hollow = MakeScene({});
+    hollow->paragraphs.emplace_back(nullptr);
+    using Reason = NoPacketReason;
+    for (const auto& [scene, reason] : {std::pair{MakeScene({}), Reason::NoParagraphs},
+                                        {hollow, Reason::NoParagraphs},
+                                        {anonymous, Reason::NoIdentity},
+                                        {MakeScene({{kTransition, u"CUT TO:"}}), Reason::NothingSaid},
+                                        {MakeScene({{kDialog, u"Hello"}}), Reason::NothingSaid},
+                                        {MakeScene({{kCharacter, u"BOB"}}), Reason::NothingSaid},
+                                        {MakeScene({{kAction, u"Rain."}}), Reason::None},
+                                        {MakeScene({{kSceneHeading, u"X"}}), Reason::None}}) {
+        EXPECT_EQ(WhyNoPacket(*scene), reason);
+        EXPECT_EQ(Packets(scene).empty(), reason != Reason::None);
     }
 }
 

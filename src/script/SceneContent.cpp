@@ -1,9 +1,9 @@
-#include "script/SceneText.h"
+#include <zonstoryparser/SceneContent.h>
 
 namespace zonstoryparser {
 
-SceneText GatherSceneText(const Scene& scene) {
-    SceneText text;
+SceneContent GatherSceneContent(const Scene& scene) {
+    SceneContent content;
     UString character;
     UString dialogue;
     bool isFirst = true;
@@ -12,30 +12,31 @@ SceneText GatherSceneText(const Scene& scene) {
             continue;
         }
         if (isFirst) {
-            text.firstParagraphID = paragraph->objectID.AsString();
+            content.firstParagraphID = paragraph->objectID.AsString();
             isFirst = false;
         }
         switch (paragraph->element) {
         case kSceneHeading:
-            text.heading.clear();
-            GetTextRuns(paragraph, text.heading);
+            content.heading.clear();
+            GetTextRuns(paragraph, content.heading);
             break;
         case kCharacter:
-            PushCharacterDialogue(character, dialogue, text.dialogues);
+            PushCharacterDialogue(character, dialogue, content.dialogues);
             GetTextRuns(paragraph, character);
             break;
         case kDialog:
             GetTextRuns(paragraph, dialogue);
             break;
         case kAction:
-            GetTextRuns(paragraph, text.action);
+            GetTextRuns(paragraph, content.action);
             break;
         default:
             break;
         }
     }
-    PushCharacterDialogue(character, dialogue, text.dialogues);
-    return text;
+    PushCharacterDialogue(character, dialogue, content.dialogues);
+    ParseSceneHeading(content.heading, content.setting, content.location, content.timeOfDay);
+    return content;
 }
 
 } // namespace zonstoryparser
