@@ -107,8 +107,7 @@ std::string ReadWhole(ByteSource& source, const ReadOptions& options, const Scri
 
 Screenplay ReadText(ByteSource& source, const std::string& name, const ReadOptions& options) {
     ScriptBuilder builder(name, options);
-    const std::string text = DecodeText(ReadWhole(source, options, builder), builder);
-    ReadFountain(text, options, builder);
+    ReadFountain(DecodeText(ReadWhole(source, options, builder), builder), options, builder);
     return builder.Finish(Format::Fountain);
 }
 

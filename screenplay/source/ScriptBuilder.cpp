@@ -126,8 +126,9 @@ Screenplay ScriptBuilder::Finish(Format format) {
     }
     mHandler.EndDocument();
     mResult.format = format;
-    std::stable_sort(mResult.warnings.begin(), mResult.warnings.end(),
-                     [](const Warning& left, const Warning& right) { return left.line < right.line; });
+    const auto isAbove = [](const auto& left, const auto& right) { return left.line < right.line; };
+    std::stable_sort(mResult.notes.begin(), mResult.notes.end(), isAbove);
+    std::stable_sort(mResult.warnings.begin(), mResult.warnings.end(), isAbove);
     return std::move(mResult);
 }
 
