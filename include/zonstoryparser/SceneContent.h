@@ -25,6 +25,9 @@ struct SceneContent {
 /// Walks the scene's paragraphs once.
 ZONSTORYPARSER_API SceneContent GatherSceneContent(const Scene& scene);
 
+/// A speaker without what a cue adds in brackets at its end: "ANN (V.O.) (CONT'D)" is "ANN".
+ZONSTORYPARSER_API UString SpeakerName(const UString& character);
+
 /// The scene number that GetSceneXMP() writes: the scene's own, else `sceneIndex` with three digits, "007".
 ZONSTORYPARSER_API UString SceneNumberToWrite(const Scene& scene, std::int32_t sceneIndex);
 

@@ -12,6 +12,7 @@ src/script    : toolkit
 src/xmp       : toolkit
 src/sync      : toolkit xmp
 src/parser    :
+src/revision  :
 screenplay/source    :
 screenplay/xml       : source
 screenplay/storyfile : source xml
