@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "clip/layout/EditOrder.h"
 #include "clip/layout/NumberBytes.h"
 #include "clip/layout/Padding.h"
 
@@ -24,13 +25,13 @@ void AddWithSize(const ChunkForm& form, Edit edit, EditList& edits) {
 
 // The last white space of a packet whose chunk came with the pad byte in front of it, which the file had left out at its
 // end: both go together, so that the file is what it was.
-constexpr char kCameWithPad = '\t';
+constexpr std::string_view kCameWithPad = "\n\n\n";
 constexpr std::string_view kClosing = "<?xpacket";
 
 std::string Padded(std::string_view packet, std::uint64_t size, bool cameWithPad) {
     std::string padded = PaddedPacket(packet, static_cast<std::size_t>(size));
     if (const std::size_t closing = padded.rfind(kClosing); cameWithPad && closing != std::string::npos) {
-        padded[closing - 1] = kCameWithPad;
+        padded.replace(closing - kCameWithPad.size(), kCameWithPad.size(), kCameWithPad);
     }
     return padded;
 }
@@ -63,9 +64,10 @@ EditPlan ChunkLayout::Write(std::string_view packet) const {
     }
     if (mFound.packets.empty()) {
         Append(packet, plan.edits);
-    } else if (packet.size() + (CameWithPad() ? 1 : 0) <= Room().size) {
+    } else if (const std::uint64_t size = packet.size() + (CameWithPad() ? kCameWithPad.size() : 0);
+               size <= Room().size) {
         Overwrite(packet, plan.edits);
-    } else if (const std::uint64_t room = RoomWithFiller(); packet.size() <= room) {
+    } else if (const std::uint64_t room = RoomWithFiller(); size <= room) {
         TakeFiller(packet, room, plan.edits);
     } else if (MayMoveFrom(Last().chunk.Begin())) {
         Regrow(packet, plan.edits);
@@ -73,8 +75,7 @@ EditPlan ChunkLayout::Write(std::string_view packet) const {
         Retire(plan.edits);
         Append(packet, plan.edits);
     }
-    std::sort(plan.edits.begin(), plan.edits.end(),
-              [](const Edit& left, const Edit& right) { return left.offset < right.offset; });
+    plan.edits = InOrder(std::move(plan.edits));
     return plan;
 }
 
@@ -100,8 +101,8 @@ bool ChunkLayout::CameWithPad() const {
     std::string tail(static_cast<std::size_t>(std::min(kTail, Room().size)), '\0');
     mFile.Read(Room().End() - tail.size(), tail.data(), tail.size());
     const std::size_t closing = tail.rfind(kClosing);
-    return Last().before < Last().chunk.Begin() && closing != std::string::npos && closing > 0 &&
-           tail[closing - 1] == kCameWithPad;
+    const std::string_view before = std::string_view(tail).substr(0, std::min(closing, tail.size()));
+    return Last().before < Last().chunk.Begin() && closing != std::string::npos && before.ends_with(kCameWithPad);
 }
 
 // Where the packet's bytes are.
@@ -132,12 +133,7 @@ bool ChunkLayout::MayMoveFrom(std::uint64_t offset) const {
 
 void ChunkLayout::Overwrite(std::string_view packet, EditList& edits) const {
     const ByteRange room = Room();
-    std::string bytes = Padded(packet, room.size, CameWithPad());
-    std::string old(bytes.size(), '\0');
-    mFile.Read(room.offset, old.data(), old.size());
-    if (bytes != old) {
-        edits.push_back({room.offset, room.size, std::move(bytes)});
-    }
+    AddOverwrite(mFile, room.offset, Padded(packet, room.size, CameWithPad()), edits);
 }
 
 // What is left of the filler stays one, if it is enough for that.
