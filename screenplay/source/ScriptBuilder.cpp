@@ -4,6 +4,7 @@
 #include <charconv>
 #include <utility>
 
+#include "source/ElementWord.h"
 #include "source/Utf8.h"
 
 namespace zonscreenplay {
@@ -21,25 +22,6 @@ const UString kObjectID = u"objID";
 const UString kElement = u"element";
 const UString kShotDuration = u"shotDuration";
 const AttributeMap kNoAttributes;
-
-const char16_t* ElementWord(ElementType kind) {
-    switch (kind) {
-    case zonstoryparser::kSceneHeading:
-        return u"SceneHeading";
-    case zonstoryparser::kCharacter:
-        return u"Character";
-    case zonstoryparser::kDialog:
-        return u"Dialog";
-    case zonstoryparser::kShot:
-        return u"Shot";
-    case zonstoryparser::kParenthetical:
-        return u"Parenthetical";
-    case zonstoryparser::kTransition:
-        return u"Transition";
-    default:
-        return u"Action";
-    }
-}
 
 bool IsBlank(const UString& text) {
     return text.find_first_not_of(u" \t\r\n\u00a0\u3000") == UString::npos;
