@@ -34,7 +34,18 @@ void AddChoice(CLI::App& command, const std::string& name, Value& value,
 } // namespace
 
 void AddStory(CLI::App& command, StoryFile& story) {
-    command.add_option("STORY", story.path, "The story file; - for standard input")->required()->type_name("");
+    command.add_option("STORY", story.path, "The screenplay: a story file, FDX or Fountain; - for standard input")
+        ->required()
+        ->type_name("");
+    using Choice = std::optional<zonscreenplay::Format>;
+    AddChoice<Choice>(command, "--from", story.format,
+                      {{"story", zonscreenplay::Format::Story},
+                       {"fdx", zonscreenplay::Format::FDX},
+                       {"fountain", zonscreenplay::Format::Fountain}},
+                      "The format of the screenplay. Unless given, XML is known by its root, and Fountain by a name in "
+                      ".fountain, .spmd or .txt");
+    command.add_flag("--strict-fountain", story.strictFountain,
+                     "In Fountain, take only the headings that the format itself knows");
     command
         .add_option_function<std::size_t>(
             "--max-size", [&story](std::size_t mebibytes) { story.limits = zonscreenplay::Limits::ForSize(mebibytes); },

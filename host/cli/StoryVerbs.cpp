@@ -7,6 +7,7 @@
 #include "cli/CommonOptions.h"
 #include "commands/Characters.h"
 #include "commands/Check.h"
+#include "commands/Convert.h"
 #include "commands/Dump.h"
 #include "commands/Info.h"
 #include "commands/Packets.h"
@@ -61,6 +62,15 @@ Action AddDump(CLI::App& command) {
     auto options = std::make_shared<DumpOptions>();
     AddStory(command, options->story);
     return [options](Output& output) { return RunDump(*options, output); };
+}
+
+Action AddConvert(CLI::App& command) {
+    auto options = std::make_shared<ConvertOptions>();
+    AddStory(command, options->story);
+    command.add_option("-o,--output", options->target, "The new file; .skrx is a story file, .fountain is Fountain")
+        ->type_name("FILE")
+        ->required();
+    return [options](Output& output) { return RunConvert(*options, output); };
 }
 
 } // namespace zonstory

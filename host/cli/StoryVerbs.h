@@ -12,6 +12,7 @@ Action AddCharacters(CLI::App& command);
 Action AddCheck(CLI::App& command);
 Action AddPackets(CLI::App& command);
 Action AddDump(CLI::App& command);
+Action AddConvert(CLI::App& command);
 /// @}
 
 } // namespace zonstory

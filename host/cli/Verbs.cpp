@@ -12,7 +12,8 @@ const std::vector<Verb>& Verbs() {
          "counts.",
          AddInfo},
         {"scenes", "One row for every scene", "zonstory scenes film.skrx --format csv > scenes.csv",
-         "Position, number, setting, location, time of day, duration, words of dialogue and action, and who speaks. "
+         "Position, number, setting, location, time of day, duration, words of dialogue and action, and who speaks; of "
+         "FDX also page, length in eighths of a page, whether the scene is omitted, and its latest revision. "
          "Each Chinese and Japanese character counts as a word.",
          AddScenes},
         {"characters", "Who speaks, in how many scenes, lines and words", "zonstory characters film.skrx",
@@ -20,7 +21,8 @@ const std::vector<Verb>& Verbs() {
         {"check", "What to look at before the shoot, by line", "zonstory check film.skrx",
          "Reports structural errors, settings and times of day that were not recognised, missing and duplicate scene "
          "numbers, scenes that yield no packet, speakers without dialogue, dialogue without a speaker, and durations "
-         "that do not parse. Findings alone do not change the exit code.",
+         "that do not parse; also what the file holds and the story does not: kinds of text that are left out, omitted "
+         "scenes, text before the first heading, comments that never end. Findings alone do not change the exit code.",
          AddCheck},
         {"packets", "Write each scene's XMP packet into a file of its own",
          "zonstory packets film.skrx --scene 12A --scene '#7' -o packets",
@@ -32,6 +34,10 @@ const std::vector<Verb>& Verbs() {
          "Prints the version report and the files written. Scenes are counted from 1 in each section, so those of "
          "comments replace the body's of the same number; 'packets' keeps them all.",
          AddDump},
+        {"convert", "Write the screenplay as a story file, or as Fountain", "zonstory convert film.fdx -o film.skrx",
+         "A story file reads back as the same story. Fountain reads back with the same scenes, numbers, speakers and "
+         "words. What a story has no place for, such as pages and revisions, stays behind.",
+         AddConvert},
         {"match", "Which scene each clip shows, on what evidence, how surely",
          "zonstory match film.skrx rushes/ --log day3.ale --format csv > map.csv",
          "Asks, strongest first: logs, the iXML of sound files, XMP already in the clip, the file's name, its "

@@ -68,7 +68,7 @@ void Print(const std::vector<Finding>& findings, const CheckOptions& options, Ou
 int RunCheck(const CheckOptions& options, Output& output) {
     try {
         const Story story = ReadStory(options.story, true);
-        const std::vector<Finding> findings = CheckStory(*story.root, story.lines);
+        const std::vector<Finding> findings = CheckStory(story);
         Print(findings, options, output);
         output.Note(fmt::format("{} findings", findings.size()));
         return kDone;

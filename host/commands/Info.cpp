@@ -18,6 +18,8 @@ namespace {
 using zoncore::UTF16to8;
 
 struct StoryFacts {
+    zonscreenplay::Format format = zonscreenplay::Format::Story;
+    std::vector<std::pair<std::string, std::string>> titlePage;
     std::string version;
     std::string documentVersion;
     std::string documentType;
@@ -31,8 +33,11 @@ struct StoryFacts {
     bool hasBody = false;
 };
 
-StoryFacts Describe(const zonstoryparser::Talewright& story) {
+StoryFacts Describe(const Story& screenplay) {
+    const zonstoryparser::Talewright& story = *screenplay.root;
     StoryFacts facts;
+    facts.format = screenplay.format;
+    facts.titlePage = screenplay.titlePage;
     facts.version = UTF16to8(story.version);
     facts.documentType = UTF16to8(story.documentType);
     facts.templateName = UTF16to8(story.templateName);
@@ -44,7 +49,7 @@ StoryFacts Describe(const zonstoryparser::Talewright& story) {
     facts.hasBody = facts.hasDocument && story.document->body != nullptr;
     facts.documentVersion = facts.hasDocument ? UTF16to8(story.document->version) : "";
     facts.streams = DescribeStreams(story);
-    facts.scenes = DescribeScenes(story);
+    facts.scenes = DescribeScenes(screenplay);
     facts.characters = DescribeCharacters(story).size();
     return facts;
 }
@@ -64,6 +69,17 @@ std::size_t Total(const std::vector<StreamFacts>& streams, std::size_t StreamFac
         total += stream.*count;
     }
     return total;
+}
+
+const char* FormatWord(zonscreenplay::Format format) {
+    switch (format) {
+    case zonscreenplay::Format::FDX:
+        return "fdx";
+    case zonscreenplay::Format::Fountain:
+        return "fountain";
+    default:
+        return "story";
+    }
 }
 
 Table StreamTable(const std::vector<StreamFacts>& streams) {
@@ -87,6 +103,7 @@ std::string Labelled(const char* label, const std::string& value) {
 std::string AsText(const StoryFacts& facts) {
     std::string text = SafeLines(VersionReport(facts));
     text += text.empty() ? "The story has no document.\n" : "\n";
+    text += Labelled("format", FormatWord(facts.format));
     text += Labelled("type", SafeLine(facts.documentType));
     text += Labelled("template", SafeLine(facts.templateName));
     text += Labelled("scenes", std::to_string(facts.scenes.size()));
@@ -94,6 +111,12 @@ std::string AsText(const StoryFacts& facts) {
     text += Labelled("tags", std::to_string(facts.tags.size()));
     for (const std::string& tag : facts.tags) {
         text += "  " + SafeLine(tag) + '\n';
+    }
+    if (!facts.titlePage.empty()) {
+        text += "\ntitle page\n";
+        for (const auto& [key, value] : facts.titlePage) {
+            text += SafeLines(key.empty() ? value : key + ": " + value) + '\n';
+        }
     }
     if (!facts.metaData.empty()) {
         text += "\nmetadata\n" + SafeLines(facts.metaData) + '\n';
@@ -122,6 +145,10 @@ Json StreamJson(const std::vector<StreamFacts>& streams) {
 
 std::string AsJson(const StoryFacts& facts) {
     Json document = JsonDocument("info", 1);
+    document["format"] = FormatWord(facts.format);
+    for (const auto& [key, value] : facts.titlePage) {
+        document["titlePage"].push_back({{"key", key}, {"value", value}});
+    }
     document["report"] = VersionReport(facts);
     document["storyVersion"] = facts.version;
     document["documentVersion"] = facts.documentVersion;
@@ -158,7 +185,7 @@ std::string AsCsv(const StoryFacts& facts) {
 
 int RunInfo(const InfoOptions& options, Output& output) {
     const Story story = ReadStory(options.story);
-    const StoryFacts facts = Describe(*story.root);
+    const StoryFacts facts = Describe(story);
     output.Result(InFormat(
         options.format, [&] { return AsText(facts); }, [&] { return AsJson(facts); }, [&] { return AsCsv(facts); }));
     return kDone;

@@ -9,7 +9,7 @@ namespace zonstory {
 
 int RunScenes(const ScenesOptions& options, Output& output) {
     const Story story = ReadStory(options.story);
-    const std::vector<SceneFacts> scenes = DescribeScenes(*story.root);
+    const std::vector<SceneFacts> scenes = DescribeScenes(story);
     if (options.format == Format::Json) {
         Json document = JsonDocument("scenes", 1);
         document["scenes"] = SceneJson(scenes);

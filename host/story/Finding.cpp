@@ -21,9 +21,21 @@ const char* KindWord(FindingKind kind) {
     case FindingKind::DialogueWithoutSpeaker:
         return "dialogue-without-speaker";
     case FindingKind::Duration:
+        return "duration";
+    case FindingKind::LeftOut:
+        return "left-out";
+    case FindingKind::Omitted:
+        return "omitted";
+    case FindingKind::BeforeHeading:
+        return "before-heading";
+    case FindingKind::Unclosed:
+        return "unclosed";
+    case FindingKind::Encoding:
+        return "encoding";
+    case FindingKind::Assumed:
         break;
     }
-    return "duration";
+    return "assumed";
 }
 
 } // namespace zonstory

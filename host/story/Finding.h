@@ -17,6 +17,12 @@ enum class FindingKind {
     SpeakerWithoutDialogue,
     DialogueWithoutSpeaker,
     Duration, ///< A duration that does not parse, or that means something else than it looks like.
+    LeftOut,  ///< Text of a kind that the story has no place for.
+    Omitted,  ///< A scene that was cut and keeps its number.
+    BeforeHeading,
+    Unclosed, ///< A comment that begins and never ends.
+    Encoding, ///< Bytes that are not what the file's encoding says.
+    Assumed,  ///< Something read as more than the format alone makes of it.
 };
 
 /// "structure", "setting", "time-of-day", "missing-number" ...

@@ -36,10 +36,11 @@ SceneFacts DescribeScene(const zonstoryparser::Scene& scene, std::size_t positio
 
 } // namespace
 
-std::vector<SceneFacts> DescribeScenes(const zonstoryparser::Talewright& story) {
+std::vector<SceneFacts> DescribeScenes(const Story& story) {
     std::vector<SceneFacts> table;
-    for (const auto& scene : BodyScenes(story)) {
+    for (const auto& scene : BodyScenes(*story.root)) {
         table.push_back(DescribeScene(*scene, table.size() + 1));
+        table.back().properties = story.scenes[table.size() - 1];
     }
     return table;
 }

@@ -6,6 +6,8 @@
 
 #include <zonstoryparser/StoryModel.h>
 
+#include "story/StoryReader.h"
+
 namespace zonstory {
 
 /// One scene in a table. All text is UTF-8.
@@ -20,9 +22,10 @@ struct SceneFacts {
         speakers; ///< Who has dialogue, in order of first speech, without what a cue adds in brackets.
     std::size_t dialogueWords = 0;
     std::size_t actionWords = 0;
+    zonscreenplay::SceneProperties properties; ///< What the story's format tells beside.
 };
 
-std::vector<SceneFacts> DescribeScenes(const zonstoryparser::Talewright& story);
+std::vector<SceneFacts> DescribeScenes(const Story& story);
 
 /// One speaker in a table.
 struct CharacterFacts {

@@ -16,18 +16,48 @@ namespace {
 
 using Scenes = std::vector<boost::intrusive_ptr<zonstoryparser::Scene>>;
 
+using zonscreenplay::WarningKind;
+
+FindingKind KindOf(WarningKind kind) {
+    switch (kind) {
+    case WarningKind::LeftOut:
+        return FindingKind::LeftOut;
+    case WarningKind::Omitted:
+        return FindingKind::Omitted;
+    case WarningKind::BeforeHeading:
+        return FindingKind::BeforeHeading;
+    case WarningKind::Unclosed:
+        return FindingKind::Unclosed;
+    case WarningKind::Encoding:
+        return FindingKind::Encoding;
+    case WarningKind::Assumed:
+        break;
+    }
+    return FindingKind::Assumed;
+}
+
 /// Collects findings, each with the scene it is about.
 class Collector {
 public:
-    explicit Collector(const zonscreenplay::SourceLines& lines) : mLines(lines) {}
+    explicit Collector(const Story& story) : mStory(story), mLines(story.lines) {
+        for (const zonscreenplay::Warning& warning : story.warnings) {
+            mFindings.push_back({warning.line, KindOf(warning.kind), 0, "", warning.text});
+            mBeginsWithoutHeading = mBeginsWithoutHeading || warning.kind == WarningKind::BeforeHeading;
+        }
+    }
 
     void CheckScene(const zonstoryparser::Scene& scene, std::size_t position) {
         const std::string number = zoncore::UTF16to8(scene.sceneNumber);
         const ReportFinding report = [&](std::size_t line, FindingKind kind, std::string message) {
             mFindings.push_back({line, kind, position, number, std::move(message)});
         };
-        CheckNumber(scene, position, report);
-        CheckHeading(scene, mLines, report);
+        const bool isBeforeHeading = position == 1 && mBeginsWithoutHeading; // said already
+        if (!isBeforeHeading) {
+            CheckNumber(scene, position, report);
+        }
+        if (!isBeforeHeading && !mStory.scenes[position - 1].omitted) {
+            CheckHeading(scene, mLines, report);
+        }
         CheckDuration(scene, mLines, report);
         CheckDialogue(scene, mLines, report);
         if (const auto reason = WhyNoPacket(scene)) {
@@ -67,7 +97,9 @@ private:
         }
     }
 
+    const Story& mStory;
     const zonscreenplay::SourceLines& mLines;
+    bool mBeginsWithoutHeading = false;
     bool mIsNumbered = false;
     std::unordered_map<zoncore::UString, std::pair<std::size_t, std::size_t>> mFirstWithNumber; // position and line
     std::vector<Finding> mFindings;
@@ -75,9 +107,9 @@ private:
 
 } // namespace
 
-std::vector<Finding> CheckStory(const zonstoryparser::Talewright& story, const zonscreenplay::SourceLines& lines) {
-    const Scenes scenes = BodyScenes(story);
-    Collector collector(lines);
+std::vector<Finding> CheckStory(const Story& story) {
+    const Scenes scenes = BodyScenes(*story.root);
+    Collector collector(story);
     collector.CheckNumbering(scenes);
     std::size_t position = 0;
     for (const auto& scene : scenes) {

@@ -2,16 +2,14 @@
 
 #include <vector>
 
-#include <zonstoryparser/StoryModel.h>
-
 #include "story/Finding.h"
-#include <zonscreenplay/SourceLines.h>
+#include "story/StoryReader.h"
 
 namespace zonstory {
 
-/// Looks through the scenes of a story's body.
-/// @param lines  Recorded while the story was read.
+/// Looks through the scenes of a story's body, and adds what its reader left out or could not place.
+/// @param story  Read with its lines.
 /// @return The findings by line.
-std::vector<Finding> CheckStory(const zonstoryparser::Talewright& story, const zonscreenplay::SourceLines& lines);
+std::vector<Finding> CheckStory(const Story& story);
 
 } // namespace zonstory

@@ -27,6 +27,10 @@ bool IsBlank(const UString& text) {
     return text.find_first_not_of(u" \t\r\n\u00a0\u3000") == UString::npos;
 }
 
+bool Says(ElementType kind) {
+    return kind == zonstoryparser::kAction || kind == zonstoryparser::kCharacter || kind == zonstoryparser::kDialog;
+}
+
 UString FromUTF8(std::string_view utf8) {
     UString text;
     AppendUTF8(utf8, text);
@@ -56,6 +60,7 @@ ScriptBuilder::ScriptBuilder(std::string name, const ReadOptions& options)
 }
 
 void ScriptBuilder::BeginScene(const Heading& heading, std::size_t line) {
+    LeaveOutHeldBack();
     OpenScene(FromUTF8(heading.number), line);
     mHasHeading = true;
     mDuration = FromUTF8(heading.duration);
@@ -69,11 +74,11 @@ SceneProperties& ScriptBuilder::Properties() {
 void ScriptBuilder::AddParagraph(ElementType kind, std::string_view text, std::size_t line) {
     mText.clear();
     AppendUTF8(text, mText);
-    Emit(kind, mText, line);
+    Keep(kind, mText, line);
 }
 
 void ScriptBuilder::AddParagraph(ElementType kind, const UString& text, std::size_t line) {
-    Emit(kind, text, line);
+    Keep(kind, text, line);
 }
 
 void ScriptBuilder::MarkDualDialogue() {
@@ -103,6 +108,9 @@ void ScriptBuilder::Fail(Position position, const std::string& message) const {
 }
 
 Screenplay ScriptBuilder::Finish(Format format) {
+    if (!mHeldBack.empty()) {
+        OpenSceneBeforeHeading(mHeldBack.front().line); // the script has nothing else
+    }
     if (!mResult.scenes.empty()) {
         mHandler.EndElement(kScene);
     }
@@ -133,18 +141,43 @@ void ScriptBuilder::OpenScene(const UString& number, std::size_t line) {
     }
 }
 
-void ScriptBuilder::Emit(ElementType kind, const UString& text, std::size_t line) {
+void ScriptBuilder::OpenSceneBeforeHeading(std::size_t line) {
+    const std::vector<HeldBack> heldBack = std::exchange(mHeldBack, {});
+    const std::size_t first = heldBack.empty() ? line : heldBack.front().line;
+    OpenScene({}, first);
+    Warn(WarningKind::BeforeHeading, first, "text before the first heading is a scene of its own");
+    for (const HeldBack& paragraph : heldBack) {
+        Emit(paragraph.kind, paragraph.text, paragraph.line);
+    }
+}
+
+void ScriptBuilder::LeaveOutHeldBack() {
+    for (const HeldBack& paragraph : mHeldBack) {
+        Warn(WarningKind::LeftOut, paragraph.line,
+             "what stands before the first heading is left out: '" + zoncore::UTF16to8(paragraph.text) + "'");
+    }
+    mHeldBack.clear();
+}
+
+void ScriptBuilder::Keep(ElementType kind, const UString& text, std::size_t line) {
     if (IsBlank(text)) {
         return;
     }
     if (text.size() > mOptions.limits.text) {
         Fail({line, 1}, "a text is longer than " + std::to_string(mOptions.limits.text) + " characters");
     }
-    if (mResult.scenes.empty()) {
-        OpenScene({}, line);
-        Warn(WarningKind::BeforeHeading, line, "text before the first heading is a scene of its own");
-    }
     Spend(2, line);
+    if (mResult.scenes.empty() && !Says(kind)) {
+        mHeldBack.push_back({kind, text, line});
+        return;
+    }
+    if (mResult.scenes.empty()) {
+        OpenSceneBeforeHeading(line);
+    }
+    Emit(kind, text, line);
+}
+
+void ScriptBuilder::Emit(ElementType kind, const UString& text, std::size_t line) {
     StartParagraph(kind);
     mHandler.StartElement(kTextRun, kNoAttributes);
     mHandler.Characters(text);

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <zonscreenplay/Screenplay.h>
 #include <zonstoryparser/StoryParser.h>
@@ -19,8 +20,8 @@ namespace zonscreenplay {
 ///     return builder.Finish(Format::Fountain);
 ///
 /// Everything that all formats have in common is settled here: a paragraph without text is dropped, each of the others
-/// gets an identity that depends on nothing but its place, and text before the first heading stands in a scene of its
-/// own. Texts are UTF-8 unless they are UString, and keep every character; lines count from 1.
+/// gets an identity that depends on nothing but its place, and what is said before the first heading stands in a scene of
+/// its own. Texts are UTF-8 unless they are UString, and keep every character; lines count from 1.
 class ScriptBuilder {
 public:
     struct Heading {
@@ -39,7 +40,8 @@ public:
     /// Of the scene begun last. Before the first one, what is set here is lost.
     SceneProperties& Properties();
 
-    /// Before the first scene, one is begun without number and heading, and a warning says so.
+    /// Before the first scene, one is begun without number and heading, and a warning says so. Action and speech begin
+    /// one; a transition alone, the FADE IN of most scripts, says nothing, and would give every scene the next number.
     void AddParagraph(zonstoryparser::ElementType kind, std::string_view text, std::size_t line);
     void AddParagraph(zonstoryparser::ElementType kind, const zoncore::UString& text, std::size_t line);
     /// The cue added last is spoken together with the cue before it in the same scene. Without one, nothing happens.
@@ -59,6 +61,15 @@ public:
 
 private:
     void OpenScene(const zoncore::UString& number, std::size_t line);
+    struct HeldBack {
+        zonstoryparser::ElementType kind;
+        zoncore::UString text;
+        std::size_t line;
+    };
+
+    void OpenSceneBeforeHeading(std::size_t line);
+    void LeaveOutHeldBack();
+    void Keep(zonstoryparser::ElementType kind, const zoncore::UString& text, std::size_t line);
     void Emit(zonstoryparser::ElementType kind, const zoncore::UString& text, std::size_t line);
     void StartParagraph(zonstoryparser::ElementType kind);
     void Spend(std::size_t items, std::size_t line);
@@ -71,7 +82,8 @@ private:
     SceneProperties mNowhere;
     zoncore::AttributeMap mParagraph; // kept from one to the next, as is the text: nothing is allocated anew
     zoncore::UString mText;
-    zoncore::UString mDuration; // of the open scene
+    zoncore::UString mDuration;      // of the open scene
+    std::vector<HeldBack> mHeldBack; // before the first scene, as long as nothing is said
     boost::intrusive_ptr<zonstoryparser::Paragraph> mLeftCue;
     boost::intrusive_ptr<zonstoryparser::Paragraph> mRightCue;
     std::size_t mItems = 0;

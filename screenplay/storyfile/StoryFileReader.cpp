@@ -35,8 +35,9 @@ Screenplay StoryFileReader::Finish() {
     Screenplay result;
     result.root = mHandler.GetStory();
     if (!result.root) {
-        mDriver.Fail(mRootPosition,
-                     "no story: the file's root is <" + mRootName + ">, not <Talewright> or <FinalDraft>");
+        const bool isOther = mDriver.Options().format != Format::Story;
+        mDriver.Fail(mRootPosition, "no story: the file's root is <" + mRootName + ">, not <Talewright>" +
+                                        (isOther ? " or <FinalDraft>" : ""));
     }
     const auto& document = result.root->document;
     if (document && document->body && document->body->section) {

@@ -104,6 +104,45 @@ TEST_F(StoryVerbs, CheckReportsByLine) {
     EXPECT_EQ(bad.err, "bad.skrx:2:1: We founda a Scene, but it's not part of a Section?\n");
 }
 
+constexpr char kFDX[] = R"(<FinalDraft><Content>
+<Paragraph Type="Cast List"><Text>JO</Text></Paragraph>
+<Paragraph Type="Scene Heading" Number="1"><SceneProperties Page="2" Length="1 1/8"/><Text>INT. A - DAY</Text></Paragraph>
+<Paragraph Type="Action"><Text RevisionID="3">Rain.</Text></Paragraph>
+<Paragraph Type="Scene Heading" Number="2"><OmittedScene/><Text>OMITTED</Text></Paragraph>
+</Content></FinalDraft>)";
+
+TEST_F(StoryVerbs, TakeFDX) {
+    support::WriteFile(mZonstory / "s.fdx", kFDX);
+    EXPECT_EQ(Results({"scenes", "s.fdx"}),
+              "#  scene  setting  location  time of day  duration  said  action  speakers  page  eighths  omitted  "
+              "revision\n"
+              "1  1      INT      A         DAY                       0       1               2        9           3\n"
+              "2  2               OMITTED                             0       0                           omitted\n");
+    const json scenes = json::parse(Results({"scenes", "s.fdx", "--format=json"}))["scenes"];
+    EXPECT_EQ(scenes[0]["page"], "2");
+    EXPECT_EQ(scenes[0]["eighths"], 9);
+    EXPECT_EQ(scenes[0]["revision"], "3");
+    EXPECT_FALSE(scenes[0].contains("omitted"));
+    EXPECT_EQ(scenes[1]["omitted"], true);
+    EXPECT_FALSE(scenes[1].contains("page"));
+    EXPECT_EQ(Results({"check", "s.fdx", "-q"}),
+              "s.fdx:2: a paragraph of the kind 'Cast List' is left out: 'JO'\ns.fdx:5: scene 2 is omitted\n");
+    EXPECT_EQ(mZonstory.Run({"scenes", "--from", "fdx", "-"}, kFDX).out, Results({"scenes", "s.fdx"}));
+    EXPECT_EQ(mZonstory.Run({"scenes", "--from", "story", "s.fdx"}).exitCode, 3);
+}
+
+TEST_F(StoryVerbs, ConvertWritesAStoryFileThatReadsTheSame) {
+    support::WriteFile(mZonstory / "s.fdx", kFDX);
+    EXPECT_EQ(Results({"convert", "s.skrx", "-o", "t.skrx"}), "t.skrx\n");
+    EXPECT_EQ(Results({"info", "t.skrx", "--format", "json"}), Results({"info", "s.skrx", "--format", "json"}));
+    EXPECT_EQ(Results({"convert", "-q", "s.fdx", "-o", "f.skrx"}), "f.skrx\n");
+    EXPECT_EQ(Results({"packets", "f.skrx", "-o", "-"}), Results({"packets", "s.fdx", "-o", "-"}));
+
+    EXPECT_EQ(mZonstory.Run({"convert", "s.fdx", "-o", "s.pdf"}).exitCode, 2);
+    std::filesystem::create_symlink("s.skrx", mZonstory / "link.skrx");
+    EXPECT_EQ(mZonstory.Run({"convert", "s.skrx", "-o", "link.skrx"}).err, "link.skrx: is the screenplay itself\n");
+}
+
 TEST_F(StoryVerbs, PacketsNeverReplaceOneAnother) {
     const ZonstoryResult result = mZonstory.Run({"packets", "s.skrx", "-o", "deep/er"});
     EXPECT_EQ(result.exitCode, 0);

@@ -59,7 +59,7 @@ constexpr char kStory[] = R"(<Talewright version="1.0"><document><stream name="b
 
 TEST(SceneFacts, SayWhatTheLibraryWouldWrite) {
     const zonscreenplay::Screenplay story = zonscreenplay::ReadScreenplayFromMemory(kStory, "s");
-    const auto scenes = zonstory::DescribeScenes(*story.root);
+    const auto scenes = zonstory::DescribeScenes(story);
     ASSERT_EQ(scenes.size(), 3U);
     EXPECT_EQ(scenes[0].position, 1U);
     EXPECT_EQ(scenes[0].number, "1");

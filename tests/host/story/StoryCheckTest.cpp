@@ -30,7 +30,7 @@ std::vector<std::string> Findings(const std::string& scenes) {
                                                     scenes + "</section></stream></document></Talewright>",
                                                 "s", options);
     std::vector<std::string> lines;
-    for (const zonstory::Finding& finding : zonstory::CheckStory(*story.root, story.lines)) {
+    for (const zonstory::Finding& finding : zonstory::CheckStory(story)) {
         lines.push_back(std::to_string(finding.line) + ' ' + zonstory::KindWord(finding.kind) + ' ' + finding.message);
     }
     return lines;
