@@ -9,7 +9,8 @@
 
 namespace zonstory {
 
-/// Gives a file what belongs to another beside its bytes: owner, mode, extended attributes (access lists among them).
+/// Gives a file what belongs to another beside its bytes: owner, mode, extended attributes (access lists among them),
+/// and no other ones.
 /// @return What could not be kept, for the user; empty when all was.
 /// @throws ClipError when the mode cannot be set, since a file that is more open than before must not take its place.
 std::vector<std::string> CopyAttributes(const FileDescriptor& from, const struct stat& status,
