@@ -19,18 +19,24 @@ void HandleSignal(int number) {
 
 } // namespace
 
+// On purpose: a signal that was ignored stays so, as HUP under nohup and INT in the background of a script.
 InterruptSignals::InterruptSignals() {
     struct sigaction action = {};
     action.sa_handler = &HandleSignal;
     sigemptyset(&action.sa_mask);
     action.sa_flags = SA_RESTART; // no call in the middle of a clip fails because of it
-    sigaction(SIGINT, &action, &mOldInterrupt);
-    sigaction(SIGTERM, &action, &mOldTerminate);
+    for (std::size_t index = 0; index < kSignals.size(); ++index) {
+        sigaction(kSignals[index], nullptr, &mOld[index]);
+        if (mOld[index].sa_handler != SIG_IGN) {
+            sigaction(kSignals[index], &action, nullptr);
+        }
+    }
 }
 
 InterruptSignals::~InterruptSignals() {
-    sigaction(SIGINT, &mOldInterrupt, nullptr);
-    sigaction(SIGTERM, &mOldTerminate, nullptr);
+    for (std::size_t index = 0; index < kSignals.size(); ++index) {
+        sigaction(kSignals[index], &mOld[index], nullptr);
+    }
 }
 
 int ReceivedSignal() noexcept {

@@ -1,11 +1,12 @@
 #pragma once
 
+#include <array>
 #include <csignal>
 
 namespace zonstory {
 
-/// As long as it lives, Ctrl-C and a request to terminate stop the work on clips at its next safe step instead of
-/// killing the program. One at a time.
+/// As long as it lives, Ctrl-C, a request to terminate or quit, a terminal that goes away and a limit of file sizes that is
+/// reached stop the work on clips at its next safe step instead of killing the program. One at a time.
 class InterruptSignals {
 public:
     InterruptSignals();
@@ -15,8 +16,8 @@ public:
     ~InterruptSignals();
 
 private:
-    struct sigaction mOldInterrupt = {};
-    struct sigaction mOldTerminate = {};
+    static constexpr std::array kSignals = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXFSZ};
+    std::array<struct sigaction, kSignals.size()> mOld = {};
 };
 
 /// The signal that asked the program to stop; 0 for none.
