@@ -1,8 +1,11 @@
 #include "clip/Sidecar.h"
 
+#include <optional>
+
 #include <strings.h>
 #include <sys/stat.h>
 
+#include "files/FileIdentity.h"
 #include "files/FileSize.h"
 #include "files/ReadFile.h"
 
@@ -17,9 +20,8 @@ constexpr std::uint64_t kLargestSidecar = std::uint64_t{256}
                                           << 20; // far above any; a bound for what is read into memory
 constexpr const char* kRDFNamespace = "http://www.w3.org/1999/02/22-rdf-syntax-ns#";
 
-bool Exists(const fs::path& path) {
-    struct stat status {};
-    return ::lstat(path.c_str(), &status) == 0;
+fs::path UpperCase(fs::path sidecar) {
+    return sidecar.replace_extension(".XMP");
 }
 
 std::string ReadWhole(const FileDescriptor& file) {
@@ -52,17 +54,26 @@ bool IsSidecarName(const fs::path& file) {
     return ::strcasecmp(file.extension().c_str(), kExtension) == 0;
 }
 
+// As they are asked for; then as other programs and cards write them. Where upper and lower case are one, two of these
+// names may be one file.
 SidecarChoice ChooseSidecar(const fs::path& clip, SidecarName name) {
     const SidecarName otherName = name == SidecarName::Short ? SidecarName::Full : SidecarName::Short;
-    const fs::path wanted = SidecarPath(clip, name);
-    const fs::path other = SidecarPath(clip, otherName);
-    if (wanted == other || !Exists(other)) {
-        return {wanted, {}};
+    SidecarChoice choice = {SidecarPath(clip, name), {}};
+    std::optional<FileKey> chosen;
+    for (const fs::path& path : {choice.path, SidecarPath(clip, otherName), UpperCase(SidecarPath(clip, name)),
+                                 UpperCase(SidecarPath(clip, otherName))}) {
+        struct stat status {};
+        if (::lstat(path.c_str(), &status) != 0) {
+            continue;
+        }
+        if (!chosen) {
+            chosen = KeyOf(status);
+            choice.path = path;
+        } else if (*chosen != KeyOf(status)) {
+            choice.note = "has two sidecars; " + path.filename().native() + " was left alone";
+        }
     }
-    if (!Exists(wanted)) {
-        return {other, {}};
-    }
-    return {wanted, "has two sidecars; " + other.filename().native() + " was left alone"};
+    return choice;
 }
 
 SXMPMeta ReadSidecar(const FileDescriptor& sidecar) {

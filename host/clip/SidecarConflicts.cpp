@@ -12,6 +12,8 @@
 #include "clip/EmbeddedXMP.h"
 #include "clip/Sidecar.h"
 #include "clip/TargetFile.h"
+#include "files/FileIdentity.h"
+#include "text/AsciiText.h"
 
 namespace zonstory {
 
@@ -24,6 +26,21 @@ struct Member {
     bool isAskedAbout;
 };
 
+std::string OtherCase(std::string name) {
+    const std::string lower = LowerCase(name);
+    std::transform(lower.begin(), lower.end(), name.begin(), name.begin(), [](char low, char letter) {
+        return low != letter ? low : low >= 'a' && low <= 'z' ? static_cast<char>(low - 'a' + 'A') : low;
+    });
+    return name;
+}
+
+bool IsOneFile(const fs::path& left, const fs::path& right) {
+    struct stat leftStatus {};
+    struct stat rightStatus {};
+    return left != right && ::lstat(left.c_str(), &leftStatus) == 0 && ::lstat(right.c_str(), &rightStatus) == 0 &&
+           KeyOf(leftStatus) == KeyOf(rightStatus);
+}
+
 // Clips by the sidecar that they would use if they used one.
 class SidecarGroups {
 public:
@@ -35,7 +52,7 @@ public:
             return;
         }
         const fs::path sidecar = ChooseSidecar(real, mName).path;
-        const auto [position, isNew] = mPositions.emplace(sidecar.native(), mGroups.size());
+        const auto [position, isNew] = mPositions.emplace(KeyFor(sidecar, real), mGroups.size());
         if (isNew) {
             mGroups.push_back({sidecar, {}});
         }
@@ -58,6 +75,16 @@ public:
     const std::vector<Group>& Groups() const { return mGroups; }
 
 private:
+    // What two names have in common that stand for one file: where upper and lower case are one, a clip is also found by
+    // its name in the other.
+    std::string KeyFor(const fs::path& sidecar, const fs::path& clip) {
+        const auto [folder, isNew] = mIgnoresCase.try_emplace(clip.parent_path().native());
+        if (isNew) {
+            folder->second = IsOneFile(clip, clip.parent_path() / OtherCase(clip.filename().native()));
+        }
+        return folder->second ? clip.parent_path() / LowerCase(sidecar.filename().native()) : sidecar;
+    }
+
     // Empty for a clip that is not there. A folder's own path is found once for all its files, since that is most of the
     // work.
     fs::path RealPath(const fs::path& clip) {
@@ -79,6 +106,7 @@ private:
 
     SidecarName mName;
     std::unordered_map<std::string, fs::path> mRealFolders;
+    std::unordered_map<std::string, bool> mIgnoresCase;
     std::vector<Group> mGroups;
     std::unordered_map<std::string, std::size_t> mPositions;
     std::unordered_set<std::string> mClips;

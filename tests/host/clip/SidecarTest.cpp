@@ -47,6 +47,14 @@ TEST_F(Sidecar, WhicheverNameExistsIsUpdatedAndKeepsWhatAnotherMakerWrote) {
     EXPECT_EQ(Update(clip, kFull, "y").file.filename(), "A.mkv.xmp");
 }
 
+TEST_F(Sidecar, InUpperCaseIsTheClipsToo) {
+    const fs::path clip = Clip("A.mkv");
+    support::WriteFile(mFolder / "A.XMP", kSidecarOfAnotherMaker);
+    EXPECT_EQ(Update(clip, kFull).file.filename(), "A.XMP");
+    fs::create_hard_link(mFolder / "A.XMP", mFolder / "A.xmp"); // one file, as where case does not count
+    EXPECT_THAT(Update(clip, kShort, "w").notes, ElementsAre());
+}
+
 TEST_F(Sidecar, ForcedLeavesTheClipAlone) {
     const fs::path clip = support::MakeClip(mFolder.Path(), support::SampleNamed("Wav"));
     const std::string bytes = support::ReadFile(clip);
@@ -85,6 +93,8 @@ const ConflictCase kConflicts[] = {
     {"earlier run",      {"A.mxf", "A.mkv"}, {"A.mkv"}, kShort, {"A.mkv A.mxf A.xmp"}},
     {"neighbour inside", {"A.mxf", "A.wav"}, {"A.mxf"}, kForced, {}},
     {"same clip twice",  {"A.mxf"}, {"A.mxf", "A.mxf"}, kShort, {}},
+    {"case ignored",     {"A.mxf", "=a.MXF", "a.mkv"}, {"A.mxf"}, kShort, {"A.mxf a.mkv A.xmp"}},
+    {"case counts",      {"A.mxf", "a.mkv"}, {"A.mxf"}, kShort, {}},
     {"missing",          {"A.mxf"}, {"A.mxf", "A.mkv"}, kShort, {}},
 };
 // clang-format on
@@ -93,7 +103,9 @@ TEST(SidecarConflicts, NameBothClips) {
     for (const ConflictCase& c : kConflicts) {
         const support::TemporaryFolder folder;
         for (const std::string& file : c.files) {
-            if (file.ends_with(".wav")) {
+            if (file.starts_with('=')) { // as a folder looks in which upper and lower case are one
+                fs::create_hard_link(folder / c.files.front(), folder / file.substr(1));
+            } else if (file.ends_with(".wav")) {
                 fs::rename(support::MakeClip(folder.Path(), support::SampleNamed("Wav")), folder / file);
             } else {
                 support::WriteFile(folder / file, file.ends_with(".xmp") ? kSidecarOfAnotherMaker : "media of " + file);
