@@ -7,6 +7,7 @@
 #include "cli/CommonOptions.h"
 #include "cli/MatchVerbs.h"
 #include "commands/Clear.h"
+#include "commands/Recover.h"
 #include "commands/Show.h"
 #include "commands/Write.h"
 
@@ -44,6 +45,15 @@ Action AddShow(CLI::App& command) {
     AddFormat(command, options->format);
     AddSidecar(command, options->clip);
     return [options](Output& output) { return RunShow(*options, output); };
+}
+
+Action AddRecover(CLI::App& command) {
+    auto options = std::make_shared<RecoverOptions>();
+    command.add_option("FOLDER", options->folders, "Folders; those beneath are searched as well")
+        ->required()
+        ->type_name("");
+    command.add_flag("-n,--dry-run", options->dryRun, "Tell what there is; remove nothing");
+    return [options](Output& output) { return RunRecover(*options, output); };
 }
 
 } // namespace zonstory

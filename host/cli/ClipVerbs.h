@@ -9,6 +9,7 @@ namespace zonstory {
 Action AddWrite(CLI::App& command);
 Action AddClear(CLI::App& command);
 Action AddShow(CLI::App& command);
+Action AddRecover(CLI::App& command);
 /// @}
 
 } // namespace zonstory

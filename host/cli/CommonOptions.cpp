@@ -31,6 +31,14 @@ void AddChoice(CLI::App& command, const std::string& name, Value& value,
         ->type_name("");
 }
 
+void AddSeconds(CLI::App& command, const std::string& name, std::chrono::seconds& value,
+                const std::string& description) {
+    command
+        .add_option_function<unsigned>(
+            name, [&value](unsigned seconds) { value = std::chrono::seconds(seconds); }, description)
+        ->type_name("SECONDS");
+}
+
 } // namespace
 
 void AddStory(CLI::App& command, StoryFile& story) {
@@ -85,6 +93,12 @@ void AddBatch(CLI::App& command, BatchOptions& options) {
                     "How many clips to work on at once; 4 unless given, 0 for one a processor")
         ->check(CLI::Range(0, 256))
         ->type_name("N");
+    AddSeconds(command, "--wait", options.locks.wait,
+               "How long to wait for another run that works on a clip; 600 unless given");
+    AddSeconds(command, "--settle", options.clip.settle, "Refuse clips that were changed more recently");
+    command.add_flag_callback(
+        "--no-lock", [&options] { options.locks.useLocks = false; },
+        "Do without locks, for file systems that have none; let no other run work there meanwhile");
     command.add_option("--report", options.report, "Write what became of each clip into a file, .json or .csv")
         ->type_name("FILE")
         ->check(CLI::Validator(

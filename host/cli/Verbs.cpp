@@ -62,6 +62,12 @@ const std::vector<Verb>& Verbs() {
          "Reads the scene numbers that clips carry and lists each scene with its clips and takes, then the clips whose "
          "number the story does not have or has more than once, and those without one. Changes nothing.",
          AddCoverage},
+        {"recover", "Remove what killed runs left beside clips", "zonstory recover --dry-run /mnt/show",
+         "A run that was killed, or met a power cut, leaves the new version that it was making in the hidden folder "
+         ".zonstory-work beside the clip; the clip itself is whole. The next run there removes it, too. What a live "
+         "run "
+         "works on stays, and who that is is said.",
+         AddRecover},
     };
     return kVerbs;
 }

@@ -2,16 +2,13 @@
 
 #include <utility>
 
-#include <fcntl.h>
-#include <unistd.h>
-
+#include "clip/AtRest.h"
 #include "clip/ClipState.h"
 #include "clip/Interrupt.h"
 #include "clip/NewVersion.h"
 #include "clip/Replacement.h"
 #include "clip/SameMetadata.h"
 #include "clip/Workspace.h"
-#include "files/SystemError.h"
 
 namespace zonstory {
 
@@ -35,13 +32,10 @@ bool Apply(const Change& change, ClipState& state) {
     return state.wanted != state.before;
 }
 
-// Renaming over a file needs no permission to write it, but who took that permission away wants it to stay as it is.
-void RequireWritable(const ClipState& state) {
-    const int folder = state.file.FolderDescriptor().Get();
-    if (state.file.Exists() && ::faccessat(folder, state.file.Name().c_str(), W_OK, AT_EACCESS) != 0) {
-        const bool isSidecar = state.target == Target::Sidecar;
-        ThrowSystemError(isSidecar ? "its sidecar is protected against writing" : "is protected against writing");
-    }
+void RequireAtRest(const ClipState& state, const ClipOptions& options) try {
+    RequireAtRest(state.file, options.settle);
+} catch (const FileError& error) {
+    throw ClipError((state.target == Target::Sidecar ? "its sidecar " : "") + std::string(error.what()));
 }
 
 // Reads the clip again, now that no other run can change it.
@@ -56,7 +50,7 @@ bool Reload(const std::filesystem::path& clip, const ClipOptions& options, const
 }
 
 UpdateResult MakeResult(Outcome outcome, ClipState& state) {
-    return {outcome, state.target, state.file.Path(), std::move(state.notes)};
+    return {outcome, state.target, state.file.Path(), std::move(state.notes), {}};
 }
 
 void Append(std::vector<std::string>& to, std::vector<std::string> notes) {
@@ -75,10 +69,10 @@ UpdateResult UpdateClip(const std::filesystem::path& clip, const ClipOptions& op
     ThrowIfInterrupted();
     ClipState state = LoadClip(clip, options);
     if (!Apply(change, state)) {
-        Workspace::RemoveStale(state.file);
+        Workspace::RemoveStale(state.file, kept);
         return MakeResult(Outcome::Unchanged, state);
     }
-    RequireWritable(state);
+    RequireAtRest(state, options);
     Replacement replacement(state.file, kept);
     if (!state.file.IsUnchanged() && !Reload(clip, options, change, state)) {
         return MakeResult(Outcome::Unchanged, state);
@@ -87,8 +81,10 @@ UpdateResult UpdateClip(const std::filesystem::path& clip, const ClipOptions& op
     if (options.dryRun) {
         return MakeResult(Outcome::WouldWrite, state);
     }
-    Append(state.notes, replacement.Commit(options.preserveTime));
-    return MakeResult(Outcome::Written, state);
+    std::vector<std::string> warnings = replacement.Commit(options.preserveTime);
+    UpdateResult result = MakeResult(Outcome::Written, state);
+    result.warnings = std::move(warnings);
+    return result;
 }
 
 } // namespace zonstory

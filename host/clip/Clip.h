@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -25,6 +26,7 @@ struct ClipOptions {
     bool verifyEssence = true;                    ///< Hash the media before and after.
     bool preserveTime = false;                    ///< The file keeps its modification time.
     bool dryRun = false;                          ///< Go the whole way and stop before the file changes.
+    std::chrono::seconds settle{0};               ///< Refuse a file that was changed more recently.
 };
 
 /// What one clip carries.
@@ -41,8 +43,10 @@ struct UpdateResult {
     Outcome outcome = Outcome::Unchanged;
     Target target = Target::Inside;
     std::filesystem::path file;     ///< As in ClipContents.
-    std::vector<std::string> notes; ///< What the user should know though all went well: other hard links, an owner that
-                                    ///< could not be kept. One line each, without the clip's name.
+    std::vector<std::string> notes; ///< What the user may want to know though all went well. One line each, without the
+                                    ///< clip's name.
+    std::vector<std::string> warnings; ///< As `notes`, of what is not as it was: other hard links keep the old version,
+                                       ///< an owner or an attribute could not be kept.
 };
 
 /// Why one clip could not be read or changed, in one line without the clip's name, to be said behind it: "is empty". The

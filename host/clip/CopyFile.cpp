@@ -13,6 +13,7 @@
 #include <unistd.h>
 
 #include "clip/Clip.h"
+#include "clip/ClipProgress.h"
 #include "clip/Interrupt.h"
 #include "files/SystemError.h"
 #include "files/WriteAll.h"
@@ -44,6 +45,7 @@ std::int64_t CopyInSystem(const FileDescriptor& from, const FileDescriptor& to, 
         const auto piece = static_cast<std::size_t>(std::min(kPiece, size - done));
         const ssize_t copied = ::copy_file_range(from.Get(), &done, to.Get(), nullptr, piece, 0);
         if (copied > 0 || (copied < 0 && errno == EINTR)) {
+            CountBytes(copied > 0 ? static_cast<std::uint64_t>(copied) : 0);
             continue; // `done` has moved on
         }
         if (done == 0 && (copied == 0 || IsUnsupported(errno))) {
@@ -74,6 +76,7 @@ void CopyByHand(const FileDescriptor& from, const FileDescriptor& to, std::int64
         }
         WriteAll(to, std::string_view(buffer.data(), static_cast<std::size_t>(got)));
         done += got;
+        CountBytes(static_cast<std::uint64_t>(got));
     }
 }
 

@@ -9,6 +9,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "clip/AtRest.h"
 #include "clip/Clip.h"
 #include "clip/CopyFile.h"
 #include "clip/FileAttributes.h"
@@ -118,16 +119,14 @@ std::vector<std::string> Replacement::Commit(bool preserveTime) {
     }
     ThrowIfInterrupted();
     TakeName();
-    mTarget.CloseFile(); // the old version goes now rather than after the flush, where it would wait for the disk again
     FlushFolder(mTarget.FolderDescriptor(), notes);
     return notes;
 }
 
 void Replacement::TakeName() const {
     constexpr const char* kAttempt = "cannot be replaced";
-    if (!mTarget.IsUnchanged()) {
-        throw ClipError("was changed by another program at the same time");
-    }
+    RequireUnchanged(mTarget);
+    mTarget.CloseFile(); // over a file that is open, no name is given on SMB, and on NFS the old version would stay
     const int from = mWorkspace.Folder().Get();
     const int to = mTarget.FolderDescriptor().Get();
     const std::string name = mTarget.Name();

@@ -59,6 +59,7 @@ TargetFile TargetFile::Open(const fs::path& path) {
         ThrowSystemError("cannot be read");
     }
     RequireRegularFile(target.mStatus);
+    target.mExists = true;
     return target;
 }
 

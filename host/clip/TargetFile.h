@@ -24,13 +24,14 @@ public:
     std::filesystem::path Folder() const { return mPath.parent_path(); }
     std::string Name() const { return mPath.filename().native(); }
 
-    bool Exists() const { return mFile.IsOpen(); }
+    bool Exists() const { return mExists; }
+    /// Not open where it does not exist.
     const FileDescriptor& File() const { return mFile; }
     /// @pre Exists().
     const struct stat& Status() const { return mStatus; }
     const FileDescriptor& FolderDescriptor() const { return mFolder; }
 
-    /// Lets go of the file, once its name stands for another.
+    /// Lets go of the file, right before its name stands for another.
     void CloseFile() { mFile = FileDescriptor(); }
 
     /// Whether the name still stands for what was opened, in the same state (or still for nothing).
@@ -40,6 +41,7 @@ private:
     std::filesystem::path mPath;
     FileDescriptor mFolder;
     FileDescriptor mFile;
+    bool mExists = false;
     struct stat mStatus {};
 };
 

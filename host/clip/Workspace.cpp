@@ -1,51 +1,32 @@
 #include "clip/Workspace.h"
 
-#include <chrono>
+#include <algorithm>
 #include <cstdint>
-#include <memory>
-#include <string_view>
 #include <thread>
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <fmt/format.h>
-#include <sys/file.h>
+#include <sys/random.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include "clip/Clip.h"
 #include "clip/Interrupt.h"
+#include "clip/Leftovers.h"
+#include "clip/WorkLock.h"
 #include "files/SystemError.h"
-#include "text/AsciiText.h"
 
 namespace zonstory {
 
 namespace {
 
-constexpr const char* kFolderName = ".zonstory-work";
 constexpr mode_t kPermissions = 07777;
 constexpr mode_t kEverybodyMayWrite = 0222; // a bit above, each may read
-constexpr auto kRetryInterval = std::chrono::milliseconds(5);
-
-// Of one length whatever the file's name, which may already have the greatest there is. Upper and lower case meet in one,
-// for file systems that hold them for the same.
-std::string PrefixFor(const std::string& fileName) {
-    std::uint64_t hash = 0xCBF29CE484222325; // FNV-1a; two names that meet in one value merely wait for each other
-    for (const char character : fileName) {
-        hash ^= static_cast<unsigned char>(LowerCase(character));
-        hash *= 0x100000001B3;
-    }
-    return fmt::format("{:016x}.", hash);
-}
-
-std::string LockName(const std::string& prefix) {
-    return prefix + "lock";
-}
 
 // As open to others as the folder it lies in, since whoever may put clips there works in it too; and to be listed by all
 // of them, since leftovers are sought in it.
 void MakeFolder(int parent) {
-    if (::mkdirat(parent, kFolderName, 0700) != 0) {
+    if (::mkdirat(parent, kWorkingFolder, 0700) != 0) {
         if (errno != EEXIST) {
             ThrowSystemError("cannot write in its folder");
         }
@@ -55,12 +36,12 @@ void MakeFolder(int parent) {
     if (::fstat(parent, &status) == 0) {
         const mode_t writers = status.st_mode & kEverybodyMayWrite;
         const mode_t mode = (status.st_mode & kPermissions) | S_IRWXU | writers << 1;
-        ::fchmodat(parent, kFolderName, mode, 0); // without it, others wait outside
+        ::fchmodat(parent, kWorkingFolder, mode, 0); // without it, others wait outside
     }
 }
 
 void RemoveFolder(int parent) {
-    ::unlinkat(parent, kFolderName, AT_REMOVEDIR); // fails while somebody works in it
+    ::unlinkat(parent, kWorkingFolder, AT_REMOVEDIR); // fails while somebody works in it
 }
 
 // In a sticky folder nobody can take another's clip away, but whoever owns the working folder could exchange what lies in
@@ -72,14 +53,14 @@ void CheckOwner(const FileDescriptor& folder, int parent) {
         return;
     }
     if (::fstat(parent, &around) == 0 && (around.st_mode & S_ISVTX) != 0 && working.st_uid != around.st_uid) {
-        throw ClipError(std::string("its working folder ") + kFolderName + " belongs to another user");
+        throw ClipError(std::string("its working folder ") + kWorkingFolder + " belongs to another user");
     }
 }
 
 FileDescriptor OpenFolder(int parent) {
-    FileDescriptor folder(::openat(parent, kFolderName, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    FileDescriptor folder(::openat(parent, kWorkingFolder, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
     if (!folder.IsOpen() && errno != ENOENT) {
-        ThrowSystemError(std::string("cannot open its working folder ") + kFolderName);
+        ThrowSystemError(std::string("cannot open its working folder ") + kWorkingFolder);
     }
     if (folder.IsOpen()) {
         CheckOwner(folder, parent);
@@ -87,55 +68,52 @@ FileDescriptor OpenFolder(int parent) {
     return folder;
 }
 
-// The run before removes its lock in the end; a lock taken on what it removed keeps nobody out.
-bool IsStillThere(const FileDescriptor& lock, const FileDescriptor& folder, const std::string& name) {
-    struct stat held {};
-    struct stat named {};
-    return ::fstat(lock.Get(), &held) == 0 && ::fstatat(folder.Get(), name.c_str(), &named, AT_SYMLINK_NOFOLLOW) == 0 &&
-           KeyOf(held) == KeyOf(named);
+// Where locks do not work, another run may use the same folder for the same file.
+std::string UniquePrefix(const std::string& prefix) {
+    std::uint32_t number[2] = {};
+    if (::getrandom(number, sizeof number, 0) != sizeof number) {
+        ThrowSystemError("cannot name its copy");
+    }
+    return fmt::format("{}{:08x}{:08x}.", prefix, number[0], number[1]);
 }
 
-// All but the lock; nothing here is a folder.
-void RemoveFiles(const FileDescriptor& folder, const std::string& prefix) {
-    const int copy = ::openat(folder.Get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    const std::unique_ptr<DIR, int (*)(DIR*)> listing(copy >= 0 ? ::fdopendir(copy) : nullptr, &::closedir);
-    if (!listing) {
-        return;
-    }
-    while (const dirent* entry = ::readdir(listing.get())) {
-        if (const std::string_view name = entry->d_name; name.starts_with(prefix) && name != LockName(prefix)) {
-            ::unlinkat(folder.Get(), entry->d_name, 0);
-        }
-    }
+const LockSettings& SettingsOf(const KeptFolder* kept) {
+    static const LockSettings kUsual;
+    return kept != nullptr ? kept->Locks() : kUsual;
 }
 
-// The lock's descriptor goes before the folder can: where a file is open, a network file system keeps a name for it, and
-// the folder would not be empty. Once its name is gone, the lock keeps nobody out anyway.
-void Release(const FileDescriptor& folder, const std::string& prefix, FileDescriptor lock) {
-    RemoveFiles(folder, prefix);
-    ::unlinkat(folder.Get(), LockName(prefix).c_str(), 0);
-    lock = FileDescriptor();
-}
+/// Time spent on waiting for another run.
+class Wait {
+public:
+    Wait(const TargetFile& target, const LockSettings& settings) : mTarget(target), mSettings(settings) {}
 
-enum class Attempt { Locked, Busy, Gone };
+    /// @throws ClipError at the end of the wait.
+    void ForHolder(const FileDescriptor& lock) {
+        const auto waited = std::chrono::steady_clock::now() - mStart;
+        if (!mIsSaid && waited >= kSilence && mSettings.onWait) {
+            mSettings.onWait(mTarget.Path(), HolderOf(lock));
+            mIsSaid = true;
+        }
+        if (waited >= mSettings.wait) {
+            throw ClipError("is in work by " + HolderOf(lock));
+        }
+        std::this_thread::sleep_for(std::clamp<std::chrono::nanoseconds>(waited / 10, kShortest, kLongest));
+    }
 
-Attempt TryLock(const FileDescriptor& folder, const std::string& prefix, FileDescriptor& lock) {
-    const std::string name = LockName(prefix);
-    lock = FileDescriptor(
-        ::openat(folder.Get(), name.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600));
-    if (!lock.IsOpen()) {
-        if (errno != ENOENT) {
-            ThrowSystemError("cannot lock it");
-        }
-        return Attempt::Gone;
-    }
-    if (::flock(lock.Get(), LOCK_EX | LOCK_NB) != 0) {
-        if (errno != EWOULDBLOCK && errno != EINTR) {
-            ThrowSystemError("cannot lock it");
-        }
-        return Attempt::Busy;
-    }
-    return IsStillThere(lock, folder, name) ? Attempt::Locked : Attempt::Gone;
+private:
+    static constexpr std::chrono::seconds kSilence{2};
+    static constexpr std::chrono::milliseconds kShortest{5};
+    static constexpr std::chrono::milliseconds kLongest{100};
+
+    const TargetFile& mTarget;
+    const LockSettings& mSettings;
+    std::chrono::steady_clock::time_point mStart = std::chrono::steady_clock::now();
+    bool mIsSaid = false;
+};
+
+void RemoveLeftoversQuietly(const FileDescriptor& folder) noexcept try {
+    RemoveLeftovers(folder);
+} catch (const std::exception&) { // somebody else's, or out of reach: nothing that this run depends on
 }
 
 } // namespace
@@ -161,28 +139,52 @@ void KeptFolder::Keep(const TargetFile& target) {
     }
 }
 
+bool KeptFolder::IsNewFolder(const TargetFile& target) {
+    struct stat status {};
+    const bool isKnown = ::fstat(target.FolderDescriptor().Get(), &status) == 0;
+    const std::lock_guard lock(mMutex);
+    return isKnown && mMet.insert(KeyOf(status)).second;
+}
+
 Workspace::Workspace(const TargetFile& target, KeptFolder* kept) try
-    : mTarget(target), mKept(kept), mPrefix(PrefixFor(target.Name())) {
-    const int parent = target.FolderDescriptor().Get();
-    for (Attempt attempt = Attempt::Gone; attempt != Attempt::Locked;) {
-        if (attempt == Attempt::Busy) {
-            std::this_thread::sleep_for(kRetryInterval);
-        }
-        ThrowIfInterrupted();
-        if (mFolder = OpenFolder(parent); !mFolder.IsOpen()) {
-            MakeFolder(parent);
-            mFolder = OpenFolder(parent);
-        }
-        attempt = mFolder.IsOpen() ? TryLock(mFolder, mPrefix, mLock) : Attempt::Gone;
+    : mTarget(target), mKept(kept), mPrefix(WorkPrefix(target.Name())), mFilePrefix(UniquePrefix(mPrefix)) {
+    TakeLock();
+    if (SettingsOf(kept).useLocks && (kept == nullptr || kept->IsNewFolder(target))) {
+        RemoveLeftoversQuietly(mFolder);
     }
-    RemoveFiles(mFolder, mPrefix);
 } catch (const FileError&) {
     RemoveStale(target); // a folder without the lock that it was made for
     throw;
 }
 
+void Workspace::TakeLock() {
+    const LockSettings& settings = SettingsOf(mKept);
+    const int parent = mTarget.FolderDescriptor().Get();
+    Wait wait(mTarget, settings);
+    for (auto attempt = LockAttempt::Gone; attempt != LockAttempt::Locked;) {
+        ThrowIfInterrupted();
+        if (attempt == LockAttempt::Busy) {
+            wait.ForHolder(mLock);
+        }
+        if (mFolder = OpenFolder(parent); !mFolder.IsOpen()) {
+            MakeFolder(parent);
+            mFolder = OpenFolder(parent);
+        }
+        attempt = !mFolder.IsOpen()   ? LockAttempt::Gone
+                  : settings.useLocks ? TryLock(mFolder, mPrefix, mLock)
+                                      : MarkOnly(mFolder, mPrefix, mLock);
+    }
+    if (settings.useLocks) {
+        RemoveFiles(mFolder, mPrefix); // of a run that was killed since
+    }
+}
+
+// The lock's descriptor goes before the folder can: where a file is open, a network file system keeps a name for it, and
+// the folder would not be empty. Once its name is gone, the lock keeps nobody out anyway.
 Workspace::~Workspace() {
-    Release(mFolder, mPrefix, std::move(mLock));
+    RemoveFiles(mFolder, mFilePrefix);
+    ::unlinkat(mFolder.Get(), LockName(mPrefix).c_str(), 0);
+    mLock.Close();
     if (mKept != nullptr) {
         mKept->Keep(mTarget);
     } else {
@@ -190,25 +192,20 @@ Workspace::~Workspace() {
     }
 }
 
-void Workspace::RemoveStale(const TargetFile& target) noexcept try {
+void Workspace::RemoveStale(const TargetFile& target, KeptFolder* kept) noexcept try {
     const int parent = target.FolderDescriptor().Get();
-    if (::unlinkat(parent, kFolderName, AT_REMOVEDIR) == 0 || errno == ENOENT) {
+    if (::unlinkat(parent, kWorkingFolder, AT_REMOVEDIR) == 0 || errno == ENOENT) {
         return;
     }
-    const std::string prefix = PrefixFor(target.Name());
-    const FileDescriptor folder = OpenFolder(parent);
-    if (::faccessat(folder.Get(), LockName(prefix).c_str(), F_OK, AT_SYMLINK_NOFOLLOW) != 0) {
-        return;
-    }
-    if (FileDescriptor lock; TryLock(folder, prefix, lock) == Attempt::Locked) {
-        Release(folder, prefix, std::move(lock));
+    if (SettingsOf(kept).useLocks && (kept == nullptr || kept->IsNewFolder(target))) {
+        RemoveLeftovers(OpenFolder(parent));
         RemoveFolder(parent);
     }
-} catch (const std::exception&) { // somebody else's, or out of reach: nothing that this run depends on
+} catch (const std::exception&) { // as in RemoveLeftoversQuietly()
 }
 
 std::filesystem::path Workspace::FolderPath() const {
-    return mTarget.Folder() / kFolderName;
+    return mTarget.Folder() / kWorkingFolder;
 }
 
 } // namespace zonstory

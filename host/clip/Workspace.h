@@ -1,19 +1,32 @@
 #pragma once
 
+#include <chrono>
 #include <filesystem>
+#include <functional>
 #include <mutex>
+#include <set>
 #include <string>
 
 #include "clip/TargetFile.h"
 #include "files/FileDescriptor.h"
+#include "files/FileIdentity.h"
 
 namespace zonstory {
 
-/// Keeps the working folder beside the clips of a batch from one clip to the next: a flush takes longer in a folder that is
-/// new itself, and so does whatever follows the removal of one. One for all threads.
+/// How runs on one clip keep out of each other's way.
+struct LockSettings {
+    bool useLocks = true;           ///< Without, two runs on a clip are not kept apart; each still replaces it whole.
+    std::chrono::seconds wait{600}; ///< For another run, before a clip is given up.
+    /// Called on any thread, once a clip that has been waited for two seconds, with who holds it.
+    std::function<void(const std::filesystem::path& clip, const std::string& holder)> onWait = {};
+};
+
+/// What the working folders of a batch have in common. It keeps the working folder beside the clips from one clip to the
+/// next: a flush takes longer in a folder that is new itself, and so does whatever follows the removal of one. One for all
+/// threads.
 class KeptFolder {
 public:
-    KeptFolder() = default;
+    explicit KeptFolder(LockSettings locks = {}) : mLocks(std::move(locks)) {}
     KeptFolder(const KeptFolder&) = delete;
     KeptFolder& operator=(const KeptFolder&) = delete;
     /// Removes the folder, if nobody else works in it.
@@ -22,43 +35,51 @@ public:
     /// Keeps the working folder beside this file, and no longer the one kept before.
     void Keep(const TargetFile& target);
 
+    const LockSettings& Locks() const { return mLocks; }
+    /// Whether no clip of this file's folder was asked about before.
+    bool IsNewFolder(const TargetFile& target);
+
 private:
+    const LockSettings mLocks;
     std::mutex mMutex;
     std::filesystem::path mBeside;
     FileDescriptor mParent;
+    std::set<FileKey> mMet;
 };
 
 /// The place where a file's new version grows: a hidden folder beside it, one for all files there. In it lie, under a name
-/// that follows from the file's own, a lock that lets one run at a time work on the file, the copy on its way, and what
-/// the toolkit makes beside that copy.
+/// that follows from the file's own, a lock that lets one run at a time work on the file, and the copy on its way.
 ///
-/// So two runs meet at the same lock, and a later run finds what a killed one left without listing a folder of ten
-/// thousand clips. A live run holds a lock that the system drops when it dies: leftovers whose lock can be had are stale.
-/// The lock is a file of its own: network file systems lock no folders, and the replaced file gives way to another.
+/// So two runs meet at the same lock. A live run holds a lock that the system drops when it dies: leftovers whose lock can
+/// be had are stale, and go when a run meets the folder. Where locks do not work, nothing of this keeps two runs apart;
+/// then it matters that the names of one run's files are no other's.
 class Workspace {
 public:
-    /// Waits until no other run works on the file, and removes what a killed one left.
+    /// Waits until no other run works on the file, and removes what killed ones left in the folder.
     /// @param target  Must outlive this.
-    /// @param kept    Where the folder goes in the end; null to remove it.
-    /// @throws ClipError when the folder cannot be made; ClipInterrupted.
+    /// @param kept    Where the folder goes in the end, and how to lock; null to remove it, and to lock as usual.
+    /// @throws ClipError when the folder cannot be made, or the wait has an end; ClipInterrupted.
     explicit Workspace(const TargetFile& target, KeptFolder* kept = nullptr);
     Workspace(const Workspace&) = delete;
     Workspace& operator=(const Workspace&) = delete;
     /// Removes all files of this work, then lets the next run in.
     ~Workspace();
 
-    /// Removes what a killed run left beside the file; leaves a live run's alone. Never fails.
-    static void RemoveStale(const TargetFile& target) noexcept;
+    /// Removes what killed runs left beside the file; leaves a live run's alone. Never fails.
+    static void RemoveStale(const TargetFile& target, KeptFolder* kept = nullptr) noexcept;
 
     const FileDescriptor& Folder() const { return mFolder; }
     std::filesystem::path FolderPath() const; ///< Absolute, for those who need a path.
-    /// What the names of all files begin with that belong to this work.
-    const std::string& FilePrefix() const { return mPrefix; }
+    /// What the names of all files begin with that belong to this work: no other run's do.
+    const std::string& FilePrefix() const { return mFilePrefix; }
 
 private:
+    void TakeLock();
+
     const TargetFile& mTarget;
     KeptFolder* mKept;
     std::string mPrefix;
+    std::string mFilePrefix;
     FileDescriptor mFolder;
     FileDescriptor mLock;
 };

@@ -2,13 +2,17 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
+#include <mutex>
+#include <numeric>
 #include <thread>
 #include <utility>
 
 #include <fmt/format.h>
 
+#include "clip/ClipProgress.h"
 #include "clip/Interrupt.h"
-#include "clip/Workspace.h"
+#include "commands/BatchProgress.h"
 #include "commands/ClipReport.h"
 #include "commands/InOrder.h"
 #include "commands/InterruptSignals.h"
@@ -39,7 +43,9 @@ void Update(const ClipTask& task, const ClipOptions& options, KeptFolder& kept, 
     record.result = ResultOf(result.outcome);
     record.target = result.target;
     record.file = std::move(result.file);
-    record.notes = std::move(result.notes);
+    record.notes = std::move(result.warnings);
+    record.warnings = record.notes.size();
+    std::move(result.notes.begin(), result.notes.end(), std::back_inserter(record.notes));
     if (record.result != ClipResult::Unchanged) {
         std::transform(changed.begin(), changed.end(), std::back_inserter(record.changedPaths), PathText);
     }
@@ -105,9 +111,66 @@ void Print(const ClipRecord& record, const BatchOptions& options, const BatchWor
         }
     }
     output.Result(text);
-    for (const std::string& note : record.notes) {
-        output.Note(record.clip.string() + ": " + note);
+    for (std::size_t index = 0; index < record.notes.size(); ++index) {
+        const std::string line = record.clip.string() + ": " + record.notes[index];
+        index < record.warnings ? output.Warning(line) : output.Note(line);
     }
+}
+
+// Asked for only where somebody sees them.
+std::vector<std::uint64_t> Sizes(const std::vector<ClipTask>& tasks, const Output& output) {
+    std::vector<std::uint64_t> sizes(tasks.size());
+    for (std::size_t index = 0; output.ShowsProgress() && index < tasks.size(); ++index) {
+        std::error_code error;
+        const std::uintmax_t size = std::filesystem::file_size(tasks[index].clip, error);
+        sizes[index] = error ? 0 : size;
+    }
+    return sizes;
+}
+
+/// What is said while the work goes on.
+class Saying {
+public:
+    Saying(const std::vector<std::uint64_t>& sizes, Output& output)
+        : mOutput(output), mBefore(CountedBytes()),
+          mProgress{0, sizes.size(), 0, std::accumulate(sizes.begin(), sizes.end(), std::uint64_t{0}), {}} {}
+
+    /// On any thread.
+    void Later(std::string line) {
+        const std::lock_guard lock(mMutex);
+        mLines.push_back(std::move(line));
+    }
+
+    /// On the output's thread.
+    void Now(std::size_t clipsDone) {
+        for (const std::string& line : TakeLines()) {
+            mOutput.Note(line);
+        }
+        mProgress.clipsDone = clipsDone;
+        mProgress.bytesDone = CountedBytes() - mBefore;
+        mProgress.elapsed = std::chrono::steady_clock::now() - mStart;
+        mOutput.Progress(ProgressLine(mProgress));
+    }
+
+private:
+    std::vector<std::string> TakeLines() {
+        const std::lock_guard lock(mMutex);
+        return std::exchange(mLines, {});
+    }
+
+    Output& mOutput;
+    std::uint64_t mBefore;
+    BatchProgress mProgress;
+    std::chrono::steady_clock::time_point mStart = std::chrono::steady_clock::now();
+    std::mutex mMutex;
+    std::vector<std::string> mLines;
+};
+
+LockSettings SayingWaits(LockSettings locks, Saying& saying) {
+    locks.onWait = [&saying](const std::filesystem::path& clip, const std::string& holder) {
+        saying.Later(clip.string() + ": waits for " + holder);
+    };
+    return locks;
 }
 
 std::string Summary(const std::vector<ClipRecord>& records, const BatchOptions& options, const BatchWords& words) {
@@ -144,16 +207,25 @@ int ExitCodeOf(const std::vector<ClipRecord>& records) {
 int RunBatch(const std::vector<ClipTask>& tasks, const BatchOptions& options, const BatchWords& words, Output& output) {
     const InterruptSignals signals;
     const unsigned threads = options.jobs == 0 ? std::max(1U, std::thread::hardware_concurrency()) : options.jobs;
+    const unsigned passes = options.clip.verifyEssence ? 2 : 1;
+    const std::vector<std::uint64_t> sizes = Sizes(tasks, output);
     std::vector<ClipRecord> records;
     records.reserve(tasks.size());
-    KeptFolder kept;
+    Saying saying(sizes, output);
+    KeptFolder kept(SayingWaits(options.locks, saying));
     ComputeInOrder<ClipRecord>(
-        tasks.size(), threads, [&](std::size_t index) { return WorkOn(tasks[index], options.clip, kept); },
+        tasks.size(), threads,
+        [&](std::size_t index) {
+            const CountedClip counted(sizes[index], passes);
+            return WorkOn(tasks[index], options.clip, kept);
+        },
         [&](std::size_t index, ClipRecord record) {
+            saying.Now(index);
             Print(record, options, words, output);
             records.push_back(std::move(record));
-            output.Progress(fmt::format("{} of {} clips", index + 1, tasks.size()));
-        });
+            saying.Now(index + 1);
+        },
+        [&] { saying.Now(records.size()); });
     output.Note(Summary(records, options, words));
     if (!options.report.empty()) {
         WriteClipReport(options.report, records, words);

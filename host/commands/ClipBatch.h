@@ -9,6 +9,7 @@
 #include <zonmetadata/Path.h>
 
 #include "clip/Clip.h"
+#include "clip/Workspace.h"
 #include "output/Output.h"
 
 /// Changes many clips, one failure not stopping the others: the work of `write` and `clear`.
@@ -26,6 +27,7 @@ struct ClipTask {
 
 struct BatchOptions {
     ClipOptions clip;
+    LockSettings locks;
     /// Threads; 0 for as many as there are processors. Several also on one, since with small clips most of the time is
     /// waiting for the disk, which brings what several wait for there at once; few, for disks that have to seek.
     unsigned jobs = 4;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -19,6 +20,7 @@ struct ClipRecord {
     std::filesystem::path file;     ///< The file that holds the metadata; empty where none was looked at.
     std::string reason;             ///< Of a failure, or why no scene was found.
     std::vector<std::string> notes;
+    std::size_t warnings = 0; ///< How many of the notes, from the first on, are for those as well who want no notes.
     std::vector<std::string> changedPaths;
 };
 

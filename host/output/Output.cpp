@@ -75,7 +75,7 @@ void Output::Error(std::string_view line) {
 
 void Output::Progress(std::string_view line) {
     const auto now = std::chrono::steady_clock::now();
-    if (!mMessagesOnTerminal || mIsQuiet || now < mNextProgress) {
+    if (!ShowsProgress() || now < mNextProgress) {
         return;
     }
     mNextProgress = now + kProgressInterval;

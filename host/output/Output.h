@@ -39,6 +39,7 @@ public:
     /// other text. Calls in quick succession are passed over.
     void Progress(std::string_view line);
     void EndProgress();
+    bool ShowsProgress() const { return mMessagesOnTerminal && !mIsQuiet; }
 
     /// Flushes. Called once all is printed.
     /// @return false, with an error printed, when a result could not be written.

@@ -1,9 +1,10 @@
-// Preloaded into a program under test. Counts its calls that change files, names them in a log, and lets one of them fail
+// Preloaded into a program under test. Counts its calls on files, names them in a log, and lets one of them fail
 // or be the program's last moment.
 //
 //     FAULT_LOG=file    one line for each call, in order: its name and what it was given
 //     FAULT_AT=n        the call, counted from 1, that does not happen
-//     FAULT_ERROR=n     what errno says of it; 0 kills the program before it
+//     FAULT_ERROR=n     what errno says of it; 0 kills the program before it, -1 stops it until it is told to go on
+//     FAULT_NO_LOCKS=1  locks are given to everybody
 //
 // Works wherever programs can be preloaded, also where tracing other processes is forbidden.
 #include <cerrno>
@@ -57,8 +58,11 @@ bool Counts(const char* call, const char* subject) {
     if (++count != at) {
         return false;
     }
-    if (error == 0) {
-        ::kill(::getpid(), SIGKILL);
+    if (error <= 0) {
+        ::kill(::getpid(), error == 0 ? SIGKILL : SIGSTOP);
+    }
+    if (error < 0) {
+        return false;
     }
     errno = static_cast<int>(error);
     return true;
@@ -66,12 +70,15 @@ bool Counts(const char* call, const char* subject) {
 
 // A call on a terminal, a pipe or the log of a test is no change of a file.
 bool Counts(const char* call, int descriptor) {
+    const int before = errno;
     struct stat status {};
+    char name[256];
     if (::fstat(descriptor, &status) != 0 || (!S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode))) {
+        errno = before;
         return false;
     }
-    char name[256];
     NameOfDescriptor(descriptor, name);
+    errno = before;
     return Counts(call, name);
 }
 
@@ -136,6 +143,11 @@ FAILABLE(ssize_t, pwrite64, file, (int file, const void* bytes, size_t count, of
 FAILABLE(ssize_t, copy_file_range, to, (int from, off64_t* fromAt, int to, off64_t* toAt, size_t count, unsigned flags), from, fromAt, to, toAt, count, flags)
 FAILABLE(int, ftruncate, file, (int file, off_t size) noexcept, file, size)
 FAILABLE(int, ftruncate64, file, (int file, off64_t size) noexcept, file, size)
+FAILABLE(ssize_t, pread, file, (int file, void* bytes, size_t count, off_t at), file, bytes, count, at)
+FAILABLE(ssize_t, pread64, file, (int file, void* bytes, size_t count, off64_t at), file, bytes, count, at)
+FAILABLE(ssize_t, fgetxattr, file, (int file, const char* name, void* value, size_t size) noexcept, file, name, value, size)
+FAILABLE(ssize_t, flistxattr, file, (int file, char* names, size_t size) noexcept, file, names, size)
+FAILABLE(int, fremovexattr, file, (int file, const char* name) noexcept, file, name)
 FAILABLE(int, fsync, file, (int file), file)
 FAILABLE(int, fdatasync, file, (int file), file)
 FAILABLE(int, sync_file_range, file, (int file, off64_t at, off64_t count, unsigned flags), file, at, count, flags)
@@ -143,8 +155,30 @@ FAILABLE(int, fchmod, file, (int file, mode_t mode) noexcept, file, mode)
 FAILABLE(int, fchown, file, (int file, uid_t user, gid_t group) noexcept, file, user, group)
 FAILABLE(int, fsetxattr, file, (int file, const char* name, const void* value, size_t size, int flags) noexcept, file, name, value, size, flags)
 FAILABLE(int, futimens, file, (int file, const struct timespec times[2]) noexcept, file, times)
-FAILABLE(int, flock, file, (int file, int operation) noexcept, file, operation)
 // clang-format on
+
+extern "C" int flock(int file, int operation) noexcept {
+    if (Counts("flock", file)) {
+        return -1;
+    }
+    static const long without = Setting("FAULT_NO_LOCKS", 0);
+    if (without != 0) {
+        return 0;
+    }
+    FORWARD(flock, file, operation);
+}
+
+// The file is closed all the same, as the system does it.
+extern "C" int close(int file) {
+    const bool fails = Counts("close", file);
+    const int error = errno;
+    static auto* const next = Next<decltype(::close)>("close");
+    const int result = next(file);
+    if (fails) {
+        errno = error;
+    }
+    return fails ? -1 : result;
+}
 
 extern "C" int ioctl(int file, unsigned long request, ...) noexcept {
     va_list rest;

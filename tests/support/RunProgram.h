@@ -1,5 +1,6 @@
 #pragma once
 
+#include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <stdexcept>
@@ -54,6 +55,14 @@ public:
             Wait();
         }
     }
+
+    /// Until a signal has stopped it, or it has ended.
+    void WaitUntilStopped() const {
+        siginfo_t what{};
+        ::waitid(P_PID, static_cast<id_t>(mProcess), &what, WSTOPPED | WEXITED | WNOWAIT);
+    }
+
+    void Send(int signal) const { ::kill(mProcess, signal); }
 
     ProgramResult Wait() {
         ProgramResult result;

@@ -38,7 +38,7 @@ TEST_F(ClipReplacement, KeepsModeOwnerAttributesAndTime) {
     const struct timespec times[] = {{1000, 5}, {2000, 7}};
     ASSERT_EQ(::utimensat(AT_FDCWD, mClip.c_str(), times, 0), 0);
     const struct stat before = StatusOf(mClip);
-    EXPECT_THAT(zonstory::UpdateClip(mClip, {.preserveTime = true}, SetSource()).notes, ElementsAre());
+    EXPECT_THAT(zonstory::UpdateClip(mClip, {.preserveTime = true}, SetSource()).warnings, ElementsAre());
     const struct stat after = StatusOf(mClip);
     EXPECT_NE(after.st_ino, before.st_ino);
     EXPECT_EQ(after.st_mode, before.st_mode);
@@ -63,7 +63,7 @@ TEST_F(ClipReplacement, FollowsLinksAndKeepsThem) {
 
 TEST_F(ClipReplacement, TellsOfOtherHardLinks) {
     fs::create_hard_link(mClip, mFolder / "other.mov");
-    EXPECT_THAT(zonstory::UpdateClip(mClip, {}, SetSource()).notes,
+    EXPECT_THAT(zonstory::UpdateClip(mClip, {}, SetSource()).warnings,
                 ElementsAre(testing::HasSubstr("1 other hard link")));
     EXPECT_TRUE(support::ReadFile(mFolder / "other.mov") == mOld);
 }

@@ -182,27 +182,50 @@ TEST_F(ClipVerbs, FoldersStandForTheirClips) {
 }
 
 // Waits for the first clip to be replaced, so that the run is known to be in the middle of its work.
-TEST_F(ClipVerbs, CtrlCStopsBetweenClips) {
-    constexpr int kClips = 200;
-    fs::create_directory(mZonstory / "in");
-    for (int number = 0; number < kClips; ++number) {
-        fs::copy_file(mZonstory / mMov, mZonstory / ("in/" + std::to_string(1000 + number) + ".mov"));
-    }
+TEST_F(ClipVerbs, SignalsStopBetweenClips) {
+    constexpr int kClips = 100;
     const auto size = fs::file_size(mZonstory / mMov);
-    const pid_t process = mZonstory.Start({"write", "s.skrx", "--scene", "1", "in", "--report", "r.json"});
-    while (fs::file_size(mZonstory / "in/1000.mov") == size && !mZonstory.HasEnded(process)) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    for (const int signal : {SIGINT, SIGHUP, SIGQUIT}) {
+        fs::remove_all(mZonstory / "in");
+        fs::create_directory(mZonstory / "in");
+        for (int number = 0; number < kClips; ++number) {
+            fs::copy_file(mZonstory / mMov, mZonstory / ("in/" + std::to_string(1000 + number) + ".mov"));
+        }
+        const pid_t process = mZonstory.Start({"write", "s.skrx", "--scene", "1", "in", "--report", "r.json"});
+        while (fs::file_size(mZonstory / "in/1000.mov") == size && !mZonstory.HasEnded(process)) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+        ::kill(process, signal);
+        const ZonstoryResult result = mZonstory.Wait(process);
+        EXPECT_EQ(result.signal, signal);
+        EXPECT_THAT(result.err, AllOf(HasSubstr(" written, 0 unchanged, 0 failed, "), HasSubstr(" not done\n")));
+        EXPECT_EQ(support::NamesIn(mZonstory / "in").size(), static_cast<std::size_t>(kClips));
+        const json clips = json::parse(support::ReadFile(mZonstory / "r.json"))["clips"];
+        EXPECT_EQ(clips.size(), static_cast<std::size_t>(kClips));
+        EXPECT_EQ(clips[0]["result"], "written");
+        EXPECT_EQ(clips[kClips - 1]["result"], "not done");
     }
-    ::kill(process, SIGINT);
-    const ZonstoryResult result = mZonstory.Wait(process);
-    EXPECT_EQ(result.signal, SIGINT);
-    EXPECT_THAT(result.err, AllOf(HasSubstr(" written, 0 unchanged, 0 failed, "), HasSubstr(" not done\n")));
-    EXPECT_EQ(support::NamesIn(mZonstory / "in").size(), static_cast<std::size_t>(kClips));
-    const json clips = json::parse(support::ReadFile(mZonstory / "r.json"))["clips"];
-    EXPECT_EQ(clips.size(), static_cast<std::size_t>(kClips));
-    EXPECT_EQ(clips[0]["result"], "written");
-    EXPECT_EQ(clips[kClips - 1]["result"], "not done");
     EXPECT_EQ(Write("1", {"in", "-j", "2"}).exitCode, 0);
+}
+
+TEST_F(ClipVerbs, RecoverRemovesWhatKilledRunsLeft) {
+    const fs::path left = mZonstory / "day1/.zonstory-work/0123456789abcdef.00.mov";
+    fs::create_directories(left.parent_path());
+    support::WriteFile(left, "12345");
+    const std::string name = fs::relative(left, mZonstory.Folder()).native();
+    EXPECT_EQ(mZonstory.Run({"recover", "-n", "day1"}).out, name + ": would be removed, 5 bytes\n");
+    EXPECT_TRUE(fs::exists(left));
+    const ZonstoryResult result = mZonstory.Run({"recover", "."});
+    EXPECT_EQ(result.out, "./" + name + ": removed, 5 bytes\n");
+    EXPECT_EQ(result.err, "1 removed, 0 in work, 0 failed\n");
+    EXPECT_THAT(support::NamesIn(mZonstory / "day1"), testing::ElementsAre());
+    EXPECT_EQ(mZonstory.Run({"recover", "none"}).exitCode, 1);
+}
+
+TEST_F(ClipVerbs, QuietLeavesOutNotesButNotWhatWasLost) {
+    fs::create_hard_link(mZonstory / mMov, mZonstory / "other");
+    EXPECT_THAT(mZonstory.Run({"write", "s.skrx", "--scene", "1", mMov, "--quiet"}).err,
+                testing::MatchesRegex("[^\n]*1 other hard link[^\n]*\n"));
 }
 
 } // namespace
