@@ -1,6 +1,7 @@
 #include "StoryGenerator.h"
 
 #include <array>
+#include <cstring>
 
 namespace bench {
 
@@ -12,6 +13,11 @@ constexpr char kBegin[] = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
                           "      <section objID=\"se-1\">\n";
 constexpr char kEnd[] = "      </section>\n    </stream>\n  </document>\n</Talewright>\n";
 
+constexpr char kBeginFDX[] = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\" ?>\n"
+                             "<FinalDraft DocumentType=\"Script\" Template=\"No\" Version=\"5\">\n\n  <Content>\n";
+constexpr char kEndFDX[] = "  </Content>\n</FinalDraft>\n";
+constexpr char kBeginFountain[] = "Title: Generated\n\n";
+
 constexpr std::array kWords = {"the",  "door", "closes", "behind", "her",   "and",    "nobody",  "asks", "why",
                                "rain", "on",   "glass",  "a",      "train", "leaves", "without", "them", "again"};
 constexpr std::array kSpeakers = {"ANNA", "MARCO", "THE CLERK", "JONAS", "RUTH",
@@ -22,35 +28,72 @@ constexpr std::array kHeadings = {"INT. STATION HALL - NIGHT", "EXT. PLATFORM - 
 } // namespace
 
 std::string StoryGenerator::OfSize(std::size_t bytes) {
-    std::string story = kBegin;
+    std::string story = Begin();
     story.reserve(bytes + 8192);
-    while (story.size() + sizeof kEnd < bytes) {
+    const std::size_t rest = std::strlen(End());
+    while (story.size() + rest < bytes) {
         AppendScene(story);
     }
-    return story += kEnd;
+    return story += End();
 }
 
 std::string StoryGenerator::OfScenes(std::size_t scenes) {
-    std::string story = kBegin;
+    std::string story = Begin();
     for (std::size_t i = 0; i < scenes; ++i) {
         AppendScene(story);
     }
-    return story += kEnd;
+    return story += End();
+}
+
+const char* StoryGenerator::Begin() const {
+    return mForm == Form::Story ? kBegin : mForm == Form::FDX ? kBeginFDX : kBeginFountain;
+}
+
+const char* StoryGenerator::End() const {
+    return mForm == Form::Story ? kEnd : mForm == Form::FDX ? kEndFDX : "";
 }
 
 void StoryGenerator::AppendScene(std::string& story) {
-    const std::string number = std::to_string(++mScenes);
-    story += "        <scene objID=\"sc-" + number + "\" sceneNumber=\"" + number + "\">\n";
-    AppendParagraph(story, "element=\"SceneHeading\" shotDuration=\"0:01:30\"", kHeadings[mScenes % kHeadings.size()]);
-    AppendParagraph(story, "element=\"Action\"", Words(30));
+    ++mScenes;
+    AppendHeading(story, kHeadings[mScenes % kHeadings.size()]);
+    AppendParagraph(story, "Action", Words(30));
     for (int speech = 0; speech < 6; ++speech) {
-        AppendParagraph(story, "element=\"Character\"", kSpeakers[Next(kSpeakers.size())]);
-        AppendParagraph(story, "element=\"Dialog\"", Words(5 + Next(20)));
+        AppendParagraph(story, "Character", kSpeakers[Next(kSpeakers.size())]);
+        AppendParagraph(story, mForm == Form::FDX ? "Dialogue" : "Dialog", Words(5 + Next(20)));
     }
-    story += "        </scene>\n";
+    story += mForm == Form::Story ? "        </scene>\n" : "";
 }
 
-void StoryGenerator::AppendParagraph(std::string& story, const std::string& attributes, const std::string& text) {
+void StoryGenerator::AppendHeading(std::string& story, const std::string& text) {
+    const std::string number = std::to_string(mScenes);
+    switch (mForm) {
+    case Form::Story:
+        story += "        <scene objID=\"sc-" + number + "\" sceneNumber=\"" + number + "\">\n";
+        return AppendStoryParagraph(story, "element=\"SceneHeading\" shotDuration=\"0:01:30\"", text);
+    case Form::FDX:
+        story += "    <Paragraph Number=\"" + number +
+                 "\" Type=\"Scene Heading\">\n      <SceneProperties Length=\"3/8\" Page=\"1\" Title=\"\"/>\n"
+                 "      <Text>" +
+                 text + "</Text>\n    </Paragraph>\n";
+        return;
+    case Form::Fountain:
+        story += "\n" + text + " #" + number + "#\n";
+    }
+}
+
+void StoryGenerator::AppendParagraph(std::string& story, const std::string& kind, const std::string& text) {
+    switch (mForm) {
+    case Form::Story:
+        return AppendStoryParagraph(story, "element=\"" + kind + "\"", text);
+    case Form::FDX:
+        story += "    <Paragraph Type=\"" + kind + "\">\n      <Text>" + text + "</Text>\n    </Paragraph>\n";
+        return;
+    case Form::Fountain:
+        story += (kind == "Dialog" ? "" : "\n") + text + "\n";
+    }
+}
+
+void StoryGenerator::AppendStoryParagraph(std::string& story, const std::string& attributes, const std::string& text) {
     const std::string object = std::to_string(++mObjects);
     story += "          <paragraph objID=\"p-" + object + "\" " + attributes + ">\n            <textRun objID=\"t-" +
              object + "\">" + text + "</textRun>\n          </paragraph>\n";

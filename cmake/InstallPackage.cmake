@@ -9,10 +9,12 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/zonstoryparserConfigVersi
     COMPATIBILITY SameMajorVersion)
 # Relative, so that the installed tree may be moved.
 file(RELATIVE_PATH ZON_PREFIX_FROM_PKGCONFIG /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
-configure_file(cmake/zonstoryparser.pc.in ${PROJECT_BINARY_DIR}/zonstoryparser.pc @ONLY)
+foreach(library IN ITEMS zonstoryparser zonscreenplay)
+    configure_file(cmake/${library}.pc.in ${PROJECT_BINARY_DIR}/${library}.pc @ONLY)
+    install(FILES ${PROJECT_BINARY_DIR}/${library}.pc
+        DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
+endforeach()
 install(FILES
     ${PROJECT_BINARY_DIR}/zonstoryparserConfig.cmake
     ${PROJECT_BINARY_DIR}/zonstoryparserConfigVersion.cmake
     DESTINATION ${package_dir} COMPONENT development)
-install(FILES ${PROJECT_BINARY_DIR}/zonstoryparser.pc
-    DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)

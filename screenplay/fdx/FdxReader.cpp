@@ -56,6 +56,13 @@ std::string SceneName(const UString& number) {
 
 FdxReader::FdxReader(const XmlDriver& driver) : mDriver(driver), mBuilder(driver.Name(), driver.Options()) {}
 
+void FdxReader::Pending::Clear() {
+    zoncore::UString room = std::move(text);
+    room.clear();
+    *this = {};
+    text = std::move(room);
+}
+
 void FdxReader::Start(const UString& name, const AttributeMap& attributes) {
     mPlaces.push_back(mPlaces.empty() ? FdxPlace::Root : Enter(mPlaces.back(), name));
     switch (mPlaces.back()) {
@@ -156,7 +163,7 @@ void FdxReader::EndParagraph() {
     } else {
         AddText();
     }
-    mPending = {};
+    mPending.Clear();
 }
 
 void FdxReader::AddScene() {
@@ -213,7 +220,7 @@ void FdxReader::EndOmittedParagraph() {
         AddScene();
         ++mOmittedHeadings;
     }
-    mPending = {};
+    mPending.Clear();
 }
 
 void FdxReader::EndOmittedScene() {
@@ -221,7 +228,7 @@ void FdxReader::EndOmittedScene() {
         mPending.properties.omitted = true;
         mPending.line = mAsideLine;
         AddScene();
-        mPending = {};
+        mPending.Clear();
     }
 }
 

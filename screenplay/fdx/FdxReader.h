@@ -34,6 +34,9 @@ private:
         std::size_t line = 0;
         std::size_t revision = 0;
         SceneProperties properties;
+
+        /// Forgets everything, and keeps the room of the text.
+        void Clear();
     };
 
     void BeginParagraph(const zoncore::AttributeMap& attributes);

@@ -48,7 +48,7 @@ void AssignIdentity(char16_t letter, std::size_t number, UString& identity) {
 } // namespace
 
 ScriptBuilder::ScriptBuilder(std::string name, const ReadOptions& options)
-    : mName(std::move(name)), mOptions(options), mParagraph{{kObjectID, u""}, {kElement, u""}} {
+    : mName(std::move(name)), mOptions(options), mIdentity(mParagraph[kObjectID]), mElement(mParagraph[kElement]) {
     mHandler.StartDocument();
     mHandler.StartElement(u"Talewright", {{u"version", u"1.0"}, {u"documentType", u"screenplay"}});
     mHandler.StartElement(u"document", kNoAttributes);
@@ -193,8 +193,8 @@ void ScriptBuilder::Emit(ElementType kind, const UString& text, std::size_t line
 }
 
 void ScriptBuilder::StartParagraph(ElementType kind) {
-    AssignIdentity(u'p', ++mParagraphs, mParagraph[kObjectID]);
-    mParagraph[kElement] = ElementWord(kind);
+    AssignIdentity(u'p', ++mParagraphs, mIdentity);
+    mElement = ElementWord(kind);
     if (kind == zonstoryparser::kSceneHeading && !mDuration.empty()) {
         AttributeMap withDuration = mParagraph;
         withDuration[kShotDuration] = mDuration;

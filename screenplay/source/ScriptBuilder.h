@@ -81,6 +81,8 @@ private:
     const zonstoryparser::Section* mSection = nullptr; // of the body, which the result owns
     SceneProperties mNowhere;
     zoncore::AttributeMap mParagraph; // kept from one to the next, as is the text: nothing is allocated anew
+    zoncore::UString& mIdentity;      // its values
+    zoncore::UString& mElement;
     zoncore::UString mText;
     zoncore::UString mDuration;      // of the open scene
     std::vector<HeldBack> mHeldBack; // before the first scene, as long as nothing is said

@@ -18,9 +18,16 @@ expect() { # what the sample prints, whichever way it was built
     grep -qx 'action: Rain.' "$work/printed"
 }
 
+expect_scenes() { # the same of the sample that reads a screenplay
+    "$1" "$samples/the-last-ferry.fdx" >"$work/printed"
+    grep -qx 'line 5: 1 INT. FERRY TERMINAL - NIGHT' "$work/printed"
+    [ "$(wc -l <"$work/printed")" -eq 15 ]
+}
+
 "$cmake" -G Ninja -S "$samples" -B "$work/cmake" -DCMAKE_CXX_COMPILER="$cxx" -DCMAKE_PREFIX_PATH="$prefix" >"$work/configure.log"
 "$cmake" --build "$work/cmake" >"$work/build.log"
 expect "$work/cmake/link-the-library"
+expect_scenes "$work/cmake/read-a-screenplay"
 
 pc=$(dirname "$(find "$prefix" -name zonstoryparser.pc)")
 flags=$(PKG_CONFIG_PATH=$pc pkg-config --cflags --libs zonstoryparser)
@@ -28,6 +35,10 @@ libraries=$(PKG_CONFIG_PATH=$pc pkg-config --variable=libdir zonstoryparser)
 # shellcheck disable=SC2086 # the flags are words
 "$cxx" -std=c++17 -Wall -Wextra -Werror "$samples/link-the-library.cpp" $flags -Wl,-rpath,"$libraries" -o "$work/by-pkg-config"
 expect "$work/by-pkg-config"
+flags=$(PKG_CONFIG_PATH=$pc pkg-config --cflags --libs zonscreenplay)
+# shellcheck disable=SC2086 # the flags are words
+"$cxx" -std=c++17 -Wall -Wextra -Werror "$samples/read-a-screenplay.cpp" $flags -Wl,-rpath,"$libraries" -o "$work/by-pkg-config"
+expect_scenes "$work/by-pkg-config"
 
 programs=$(cd "$(dirname "$0")" && pwd)/programs
 "$cmake" -G Ninja -S "$programs" -B "$work/hosts" -DCMAKE_CXX_COMPILER="$cxx" -DCMAKE_PREFIX_PATH="$prefix" >"$work/configure.log"
@@ -46,6 +57,6 @@ if grep -rIlF -e "$build" -e "$(dirname "$samples")/" "$prefix"; then
     echo "the installed files above name the build tree" >&2
     exit 1
 fi
-for library in zoncore zonmetadata zonstoryparser; do
+for library in zoncore zonmetadata zonstoryparser zonscreenplay; do
     find "$prefix" -name "lib$library.so.*" | grep -q .
 done
