@@ -100,8 +100,9 @@ inline bool RequireExactWrite(const std::string& before, const std::string& pack
 }
 
 /// Writes packets of several sizes one after the other, and removes the last.
+/// @return The version before the last is removed.
 /// @throws std::logic_error naming what does not hold; NoExactWay and DamagedFile as the layout does.
-inline void RequireExactEdits(const std::string& bytes) {
+inline std::string RequireExactEdits(const std::string& bytes) {
     const bool hadPacket = LayoutOf(bytes)->Packet().has_value();
     bool isUnmoved = true;
     std::string now = bytes;
@@ -115,6 +116,7 @@ inline void RequireExactEdits(const std::string& bytes) {
     const std::string removed = Applied(now, edits);
     RequireSameMedia(now, layout, removed, Reread(removed), edits);
     Require(hadPacket || !isUnmoved || removed == bytes, "written and cleared is not as before");
+    return now;
 }
 
 } // namespace support

@@ -1,6 +1,8 @@
 // MP4 and MOV files in all the orders that boxes can have, those too that no encoder makes.
 #include <algorithm>
+#include <filesystem>
 #include <functional>
+#include <iterator>
 #include <map>
 #include <string>
 #include <vector>
@@ -9,6 +11,7 @@
 
 #include "support/ClipSamples.h"
 #include "support/LayoutInvariants.h"
+#include "support/RunProgram.h"
 
 #include <rapidcheck/gtest.h> // wants GoogleTest in front
 
@@ -208,6 +211,33 @@ MadeFile AnyFragments(const std::string& kinds) {
     return file;
 }
 
+const std::string kPacket = R"(<?xpacket begin="" id="W5M0MpCehiHzreSzNTczkc9d"?>
+<x:xmpmeta xmlns:x="adobe:ns:meta/"><rdf:RDF xmlns:rdf="http://www.w3.org/1999/02/22-rdf-syntax-ns#"><rdf:Description
+rdf:about="" xmlns:dc="http://purl.org/dc/elements/1.1/" dc:source="here"/></rdf:RDF></x:xmpmeta><?xpacket end="w"?>)";
+
+// From the middle on, where only an index leads to.
+std::string FramesOf(const std::filesystem::path& clip) {
+    return support::RunProgram({"ffmpeg", "-nostdin", "-v", "quiet", "-ss", "0.25", "-i", clip.native(), "-map", "0",
+                                "-f", "framemd5", "-"})
+        .output;
+}
+
+// What is neither packet nor free space, in file order.
+std::vector<std::string> OthersIn(const std::string& bytes) {
+    std::map<std::size_t, std::string> found;
+    for (const char* const other :
+         {"ftyp", "moov", "tkhd", "stco",    "co64",   "mdat", "media1", "media2", "moof", "sidx",
+          "mfra", "wide", "gap",  "uvendor", "in use", "nam",  "cprt",   "live",   "rest", "trailer of no box"}) {
+        for (std::size_t at = bytes.find(other); at != std::string::npos; at = bytes.find(other, at + 1)) {
+            found[at] = other;
+        }
+    }
+    std::vector<std::string> others;
+    std::transform(found.begin(), found.end(), std::back_inserter(others),
+                   [](const auto& pair) { return pair.second; });
+    return others;
+}
+
 RC_GTEST_PROP(IsoLayout, ChangesNothingButThePacket, ()) {
     const std::string kinds = AnyOf({"", "isom\0\0\2\0isomiso2"s, "qt  \0\0\2\0qt  "s, "M4V \0\0\0\0M4V mp42"s});
     const bool isFragmented = !kinds.empty() && Maybe(3);
@@ -216,11 +246,36 @@ RC_GTEST_PROP(IsoLayout, ChangesNothingButThePacket, ()) {
     const std::string bytes = file.Bytes(places);
     RC_ASSERT(support::LayoutOf(bytes)->Positions() == file.positions(places));
     try {
-        support::RequireExactEdits(bytes);
+        RC_ASSERT(OthersIn(support::RequireExactEdits(bytes)) == OthersIn(bytes));
     } catch (const zonstory::NoExactWay& reason) {
         const std::string what = reason.what();
         RC_CLASSIFY(true, what);
         RC_ASSERT(what == "its index is compressed" || what == "its box uuid may hold positions that are not known");
+    }
+}
+
+// What encoders do make: readers find the packet, and all plays and is found by seeking as before.
+TEST(IsoLayout, IsReadByOtherPrograms) {
+    const support::ClipSample samples[] = {
+        {"", "end.mp4", true, "-map 0 -c:v mpeg4"},
+        {"", "front.mp4", true, "-map 0 -map 1 -c:v mpeg4 -c:a aac -movflags +faststart"},
+        {"", "segments.mp4", true, "-map 0 -c:v mpeg4 -g 5 -movflags +frag_keyframe+empty_moov+global_sidx"},
+        {"", "end.mov", true, "-map 0 -map 1 -c:v mjpeg"},
+        {"", "front.mov", true, "-map 0 -map 1 -c:v mjpeg -movflags +faststart"},
+        {"", "room.mov", true, "-map 0 -c:v mjpeg -moov_size 20000"},
+        {"", "segments.mov", true, "-map 0 -c:v mpeg4 -g 5 -movflags +frag_keyframe+empty_moov+global_sidx"},
+        {"", "pieces.mov", true, "-map 0 -map 1 -c:v mpeg4 -g 5 -movflags +frag_keyframe"},
+    };
+    for (const support::ClipSample& sample : samples) {
+        SCOPED_TRACE(sample.file);
+        const support::TemporaryFolder folder;
+        const std::filesystem::path clip = support::MakeClip(folder.Path(), sample);
+        const std::string old = support::ReadFile(clip);
+        const std::string frames = FramesOf(clip);
+        support::RequireExactEdits(old);
+        support::WriteFile(clip, support::Applied(old, support::LayoutOf(old)->Write(kPacket).edits));
+        EXPECT_EQ(support::ExifToolValue(clip, "XMP-dc:Source"), "here");
+        EXPECT_EQ(FramesOf(clip), frames);
     }
 }
 
