@@ -42,6 +42,15 @@ inline std::string BytesAt(const std::string& bytes, zonstory::ByteRange range) 
     return bytes.substr(range.offset, range.size);
 }
 
+inline std::size_t PacketsIn(const std::string& bytes) {
+    std::size_t count = 0;
+    for (std::size_t at = bytes.find("<?xpacket end"); at != std::string::npos;
+         at = bytes.find("<?xpacket end", at + 1)) {
+        ++count;
+    }
+    return count;
+}
+
 inline std::string MadePacket(std::size_t size) {
     return "<?xpacket begin?>" + std::string(size, 'x') + "<?xpacket end=\"w\"?>";
 }
@@ -109,6 +118,7 @@ inline std::string RequireExactEdits(const std::string& bytes) {
     for (const std::size_t size : {100, 50, 700, 3000, 9000}) {
         const std::string before = now;
         isUnmoved = RequireExactWrite(before, MadePacket(size), now) && isUnmoved;
+        Require(before == bytes || PacketsIn(now) == PacketsIn(before), "an old packet is left behind");
     }
     const LayoutOf layout = Reread(now);
     const zonstory::EditList edits = layout->Remove().edits;

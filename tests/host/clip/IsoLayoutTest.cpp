@@ -109,8 +109,9 @@ std::string AnyUserData() {
 
 std::string AnyPadding() {
     const auto size = *rc::gen::inRange<std::size_t>(0, 9000);
-    return AnyOf({Box("free", std::string(size, '\0')), Box("skip", std::string(size, '\0')), Box("free", "in use"),
-                  LongBox("free", std::string(size, '\0')), Box("wide", "")});
+    return AnyOf({Box("free", std::string(size, '\0')), Box("skip", std::string(size, '\0')),
+                  Box("free", "in use" + std::string(size, 'u')), LongBox("free", std::string(size, '\0')),
+                  Box("wide", "")});
 }
 
 std::string AnyTopBox() {
@@ -244,9 +245,13 @@ RC_GTEST_PROP(IsoLayout, ChangesNothingButThePacket, ()) {
     const MadeFile file = isFragmented ? AnyFragments(kinds) : AnyMovie(kinds);
     MadeFile::Places places;
     const std::string bytes = file.Bytes(places);
+    const std::string segments = isFragmented ? bytes.substr(places["sidx"], places["gap"] - places["sidx"]) : "";
     RC_ASSERT(support::LayoutOf(bytes)->Positions() == file.positions(places));
     try {
-        RC_ASSERT(OthersIn(support::RequireExactEdits(bytes)) == OthersIn(bytes));
+        const std::string after = support::RequireExactEdits(bytes);
+        RC_ASSERT(OthersIn(after) == OthersIn(bytes));
+        RC_ASSERT(after.find(segments) != std::string::npos); // they count from where they are
+        RC_ASSERT(!isFragmented || after.ends_with(Box("mfro", kZero + bytes.substr(bytes.size() - 4))));
     } catch (const zonstory::NoExactWay& reason) {
         const std::string what = reason.what();
         RC_CLASSIFY(true, what);
