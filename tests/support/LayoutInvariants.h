@@ -88,7 +88,7 @@ inline bool RequireSameMedia(const std::string& before, const LayoutOf& layoutBe
         for (const zonstory::Edit& edit : edits) {
             const bool isBefore = edit.offset < before.size() && edit.offset <= positions[index];
             Require(!isBefore || edit.offset + edit.taken <= positions[index], "a position leads into a change");
-            moved += isBefore && positions[index] <= before.size() ? edit.put.size() - edit.taken : 0;
+            moved += isBefore ? edit.put.size() - edit.taken : 0;
         }
         Require(moved == positionsAfter[index], "a position leads elsewhere");
     }
@@ -115,7 +115,7 @@ inline std::string RequireExactEdits(const std::string& bytes) {
     const bool hadPacket = LayoutOf(bytes)->Packet().has_value();
     bool isUnmoved = true;
     std::string now = bytes;
-    for (const std::size_t size : {100, 50, 700, 3000, 9000}) {
+    for (const std::size_t size : {100U, 50U, 700U, 3000U, 9000U}) {
         const std::string before = now;
         isUnmoved = RequireExactWrite(before, MadePacket(size), now) && isUnmoved;
         Require(before == bytes || PacketsIn(now) == PacketsIn(before), "an old packet is left behind");

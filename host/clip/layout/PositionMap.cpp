@@ -4,7 +4,7 @@
 
 namespace zonstory {
 
-PositionMap::PositionMap(const EditList& edits, std::uint64_t size) : mSize(size) {
+PositionMap::PositionMap(const EditList& edits, std::uint64_t size) {
     std::uint64_t moved = 0;
     for (const Edit& edit : edits) {
         if (edit.offset < size) {
@@ -27,7 +27,7 @@ std::optional<std::uint64_t> PositionMap::EndAt(std::uint64_t position) const {
 }
 
 std::optional<std::uint64_t> PositionMap::Behind(std::vector<Step>::const_iterator next, std::uint64_t position) const {
-    if (next == mSteps.begin() || position > mSize) {
+    if (next == mSteps.begin()) {
         return position;
     }
     const Step& step = *--next;

@@ -12,8 +12,8 @@ namespace zonstory {
 class PositionMap {
 public:
     /// @param edits  In ascending order; they may touch each other.
-    /// @param size   Of the old version. What lies behind it names no byte and stays the number that it is; what is
-    ///               put at the end moves nothing.
+    /// @param size   Of the old version. What is put at the end moves nothing; a position behind the end, which
+    ///               names no byte, keeps its distance from it.
     PositionMap(const EditList& edits, std::uint64_t size);
 
     /// Of the byte at a position; nothing when the edits take it away or put another in its place.
@@ -31,7 +31,6 @@ private:
     std::optional<std::uint64_t> Behind(std::vector<Step>::const_iterator next, std::uint64_t position) const;
 
     std::vector<Step> mSteps;
-    std::uint64_t mSize;
 };
 
 } // namespace zonstory
