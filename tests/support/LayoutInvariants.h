@@ -86,9 +86,10 @@ inline bool RequireSameMedia(const std::string& before, const LayoutOf& layoutBe
     for (std::size_t index = 0; index < positions.size(); ++index) {
         std::uint64_t moved = positions[index];
         for (const zonstory::Edit& edit : edits) {
-            const bool isBefore = edit.offset < before.size() && edit.offset <= positions[index];
-            Require(!isBefore || edit.offset + edit.taken <= positions[index], "a position leads into a change");
-            moved += isBefore ? edit.put.size() - edit.taken : 0;
+            const bool isWithin = edit.offset < positions[index] && positions[index] < edit.offset + edit.taken;
+            Require(!isWithin, "a position leads into a change");
+            const bool isAtEnd = edit.offset + edit.taken == before.size();
+            moved += edit.offset <= positions[index] && !isAtEnd ? edit.put.size() - edit.taken : 0;
         }
         Require(moved == positionsAfter[index], "a position leads elsewhere");
     }

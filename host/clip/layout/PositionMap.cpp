@@ -7,9 +7,13 @@ namespace zonstory {
 PositionMap::PositionMap(const EditList& edits, std::uint64_t size) {
     std::uint64_t moved = 0;
     for (const Edit& edit : edits) {
-        if (edit.offset < size) {
+        const std::uint64_t end = edit.offset + edit.taken;
+        if (end < size) {
             moved += edit.put.size() - edit.taken;
-            mSteps.push_back({edit.offset, edit.offset + edit.taken, moved});
+        }
+        if (edit.offset < size) {
+            const bool isCutOff = end == size && edit.put.empty(); // its beginning was the end once, and is again
+            mSteps.push_back({isCutOff ? edit.offset + 1 : edit.offset, end, moved});
         }
     }
 }

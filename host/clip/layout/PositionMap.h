@@ -12,8 +12,8 @@ namespace zonstory {
 class PositionMap {
 public:
     /// @param edits  In ascending order; they may touch each other.
-    /// @param size   Of the old version. What is put at the end moves nothing; a position behind the end, which
-    ///               names no byte, keeps its distance from it.
+    /// @param size   Of the old version. What is put or taken at its end moves nothing, not even positions
+    ///               behind it, which name no byte.
     PositionMap(const EditList& edits, std::uint64_t size);
 
     /// Of the byte at a position; nothing when the edits take it away or put another in its place.
