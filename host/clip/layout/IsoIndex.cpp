@@ -371,7 +371,7 @@ void IndexReader::ReadSegments(const Box& box) {
     const std::uint64_t begin = box.End() + fields.Take(width);
     fields.Skip(2);
     const std::uint64_t count = fields.Take(2);
-    Add(box, first, {0, 1, width, width, box.End(), Form::FromBase});
+    Add(box, first, {0, 1, width, width, box.End(), Form::FromEnd});
     Add(box, fields, {0, count, 12, 4, begin, Form::Lengths});
 }
 

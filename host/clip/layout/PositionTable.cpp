@@ -84,8 +84,11 @@ std::optional<std::string> FollowPositions(const ByteReader& file, const Positio
         const std::uint64_t old = NumberAt(field, table.width);
         const std::uint64_t to = from + Distance(table, old);
         const bool isLast = table.form == PositionTable::Form::Lengths && index + 1 == table.count;
+        const bool isFromEnd = table.form == PositionTable::Form::FromEnd;
         const std::uint64_t newTo = Followed(isLast ? map.EndAt(to) : map.At(to));
-        if (const std::uint64_t value = FieldOf(table, old, newTo - Followed(map.At(from))); value != old) {
+        if (const std::uint64_t value =
+                FieldOf(table, old, newTo - Followed(isFromEnd ? map.EndAt(from) : map.At(from)));
+            value != old) {
             const std::string put = BigBytes(value, table.width);
             std::copy(put.begin(), put.end(), field);
             isChanged = true;

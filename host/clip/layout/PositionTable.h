@@ -14,6 +14,7 @@ namespace zonstory {
 struct PositionTable {
     enum class Form {
         FromBase,       ///< Each counts from `base`.
+        FromEnd,        ///< The same, and `base` is where a box ends, not where the next one begins.
         SignedFromBase, ///< The same, and may lead to what lies in front of it.
         Lengths,        ///< The first is the length of what begins at `base`, each next one of what follows; 31 bits.
     };
