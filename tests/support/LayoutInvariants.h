@@ -70,7 +70,7 @@ inline LayoutOf Reread(const std::string& bytes) {
     }
 }
 
-// Media and positions lead to the same bytes; media moves by whole blocks. Whether none moved.
+// Media and positions lead to the same bytes; media moves by whole blocks. Whether nothing moved.
 inline bool RequireSameMedia(const std::string& before, const LayoutOf& layoutBefore, const std::string& after,
                              const LayoutOf& layoutAfter, const zonstory::EditList& edits) {
     const auto media = layoutBefore->Media();
@@ -93,10 +93,10 @@ inline bool RequireSameMedia(const std::string& before, const LayoutOf& layoutBe
         }
         Require(moved == positionsAfter[index], "a position leads elsewhere");
     }
-    return media == mediaAfter;
+    return media == mediaAfter && positions == positionsAfter;
 }
 
-// Writes a packet, and once more. Whether no media moved.
+// Writes a packet, and once more. Whether nothing moved that it names.
 inline bool RequireExactWrite(const std::string& before, const std::string& packet, std::string& after) {
     const LayoutOf layout(before);
     const zonstory::EditList edits = layout->Write(packet).edits;
