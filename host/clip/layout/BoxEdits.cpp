@@ -7,6 +7,21 @@
 
 namespace zonstory {
 
+namespace {
+
+// What has to follow the edits, added to a list.
+EditList Followed(const ByteReader& file, const IsoIndex& index, const EditList& edits, EditList to) {
+    const PositionMap map(edits, file.Size());
+    for (const PositionTable& table : index.tables) {
+        if (std::optional<std::string> bytes = FollowPositions(file, table, map)) {
+            to.push_back({table.offset, table.Size(), std::move(*bytes)});
+        }
+    }
+    return to;
+}
+
+} // namespace
+
 void BoxEdits::Replace(ByteRange taken, std::string put) {
     mEdits.push_back({taken.offset, taken.size, std::move(put)});
 }
@@ -25,14 +40,12 @@ void BoxEdits::Clear(const Box& box) {
 }
 
 EditList BoxEdits::Take(const ByteReader& file, const IsoIndex& index) {
-    EditList edits = InOrder(std::exchange(mEdits, {}));
-    const PositionMap map(edits, file.Size());
-    for (const PositionTable& table : index.tables) {
-        if (std::optional<std::string> bytes = FollowPositions(file, table, map)) {
-            edits.push_back({table.offset, table.Size(), std::move(*bytes)});
-        }
+    const EditList edits = InOrder(std::exchange(mEdits, {}));
+    EditList followed = InOrder(Followed(file, index, edits, edits));
+    if (followed != edits) { // positions may lead to each other's tables, which change as well
+        Followed(file, index, followed, {});
     }
-    return InOrder(std::move(edits));
+    return followed;
 }
 
 } // namespace zonstory
