@@ -41,8 +41,8 @@ void AddSeconds(CLI::App& command, const std::string& name, std::chrono::seconds
 
 } // namespace
 
-void AddStory(CLI::App& command, StoryFile& story) {
-    command.add_option("STORY", story.path, "The screenplay: a story file, FDX or Fountain; - for standard input")
+void AddStory(CLI::App& command, StoryFile& story, const std::string& name) {
+    command.add_option(name, story.path, "The screenplay: a story file, FDX or Fountain; - for standard input")
         ->required()
         ->type_name("");
     using Choice = std::optional<zonscreenplay::Format>;

@@ -16,7 +16,7 @@ class Option;
 namespace zonstory {
 
 /// The file, and --max-size.
-void AddStory(CLI::App& command, StoryFile& story);
+void AddStory(CLI::App& command, StoryFile& story, const std::string& name = "STORY");
 void AddFormat(CLI::App& command, Format& format);
 /// Clips as positional arguments, and --recursive.
 /// @return The positional option, not required.

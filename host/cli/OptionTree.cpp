@@ -58,6 +58,7 @@ const std::vector<ExitCodeMeaning>& ExitCodeMeanings() {
         {kUsage, "the command line makes no sense, or a file it names"},
         {kStoryUnread, "the story is unreadable or malformed"},
         {kUnmatched, "a scene was not found or is ambiguous, or a clip stayed unmatched"},
+        {kDiffers, "diff --exit-code found a difference"},
     };
     return kMeanings;
 }

@@ -8,6 +8,7 @@
 #include "commands/Characters.h"
 #include "commands/Check.h"
 #include "commands/Convert.h"
+#include "commands/Diff.h"
 #include "commands/Dump.h"
 #include "commands/Info.h"
 #include "commands/Packets.h"
@@ -71,6 +72,28 @@ Action AddConvert(CLI::App& command) {
         ->type_name("FILE")
         ->required();
     return [options](Output& output) { return RunConvert(*options, output); };
+}
+
+// Both drafts are read with one set of options.
+Action AddDiff(CLI::App& command) {
+    auto options = std::make_shared<DiffOptions>();
+    command.add_option("OLD", options->oldStory.path, "The earlier draft; - for standard input")
+        ->required()
+        ->type_name("");
+    AddStory(command, options->newStory, "NEW");
+    AddClips(command, options->clips, options->recursive);
+    AddFormat(command, options->format);
+    command.add_flag("--words", options->words, "Show the words that came and went");
+    command.add_flag("--stat", options->stat, "Show the counts alone");
+    command.add_flag("--outdated", options->onlyOutdated, "Print the names of outdated clips alone, a line each");
+    command.add_flag("--exit-code", options->exitCode, "End with 5 when anything differs");
+    AddSidecar(command, options->clip);
+    return [options](Output& output) {
+        const std::string path = std::move(options->oldStory.path);
+        options->oldStory = options->newStory;
+        options->oldStory.path = path;
+        return RunDiff(*options, output);
+    };
 }
 
 } // namespace zonstory

@@ -13,6 +13,7 @@ Action AddCheck(CLI::App& command);
 Action AddPackets(CLI::App& command);
 Action AddDump(CLI::App& command);
 Action AddConvert(CLI::App& command);
+Action AddDiff(CLI::App& command);
 /// @}
 
 } // namespace zonstory

@@ -24,6 +24,16 @@ const std::vector<Verb>& Verbs() {
          "that do not parse; also what the file holds and the story does not: kinds of text that are left out, omitted "
          "scenes, text before the first heading, comments that never end. Findings alone do not change the exit code.",
          AddCheck},
+        {"diff", "What changed between two drafts, and which clips carry an old text",
+         "zonstory diff blue.fdx pink.fdx rushes/ --format csv > map.csv",
+         "Scenes are paired by number, else by heading and text. Each is same, changed, added, removed, omitted, moved "
+         "or "
+         "renumbered; a name that changed everywhere is said once. A clip is current (it says what writing the new "
+         "draft's scene would give), outdated (what the old one's would have), other (neither), none (nothing) or "
+         "unknown (a scene that the new draft does not have). Changes nothing: with clips, the CSV is what 'write "
+         "--map' "
+         "reads, and holds a scene only for clips that are current or outdated.",
+         AddDiff},
         {"packets", "Write each scene's XMP packet into a file of its own",
          "zonstory packets film.skrx --scene 12A --scene '#7' -o packets",
          "Files are named after the scene numbers (scene-12A.xmp) and never replace one another; files of an earlier "

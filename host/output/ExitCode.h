@@ -9,6 +9,7 @@ enum ExitCode : int {
     kUsage = 2,       ///< The command line, or a file it names beside story and clips, makes no sense.
     kStoryUnread = 3, ///< The story is unreadable or malformed.
     kUnmatched = 4,   ///< A scene was not found, or more than one answers.
+    kDiffers = 5,     ///< `diff --exit-code` found a difference.
 };
 
 } // namespace zonstory

@@ -17,6 +17,7 @@ namespace {
 constexpr std::chrono::milliseconds kProgressInterval(100);
 constexpr std::string_view kYellow = "\x1b[33m";
 constexpr std::string_view kRed = "\x1b[31m";
+constexpr std::string_view kGreen = "\x1b[32m";
 constexpr std::string_view kPlain = "\x1b[0m";
 constexpr std::string_view kEraseLine = "\r\x1b[K";
 
@@ -56,6 +57,20 @@ void Output::Result(std::string_view text) {
         Write(SafeLines(text));
     } else {
         Write(text);
+    }
+}
+
+void Output::Result(const StyledText& text) {
+    const bool isColored = mResultsOnTerminal && mAllowsColor && EnvironmentAllowsColor();
+    EndProgress();
+    for (const auto& [look, stretch] : text) {
+        if (look == Look::Plain || stretch.empty()) {
+            Result(stretch);
+        } else if (isColored) {
+            Write(std::string(look == Look::Added ? kGreen : kRed) + SafeLines(stretch) + std::string(kPlain));
+        } else {
+            Result((look == Look::Added ? "{+" : "[-") + stretch + (look == Look::Added ? "+}" : "-]"));
+        }
     }
 }
 

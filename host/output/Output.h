@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "output/StyledText.h"
+
 namespace zonstory {
 
 /// Where a command prints: results on one stream, everything else on another. Used by one thread.
@@ -26,6 +28,8 @@ public:
 
     /// Prints text byte by byte; on a terminal, what it could act on is escaped.
     void Result(std::string_view text);
+    /// The same for text that is coloured where results go to a terminal and colours are allowed.
+    void Result(const StyledText& text);
 
     /// @name Messages
     /// One line each, without its line feed; made safe for a terminal wherever it goes.

@@ -26,7 +26,7 @@ class ComparedDrafts : public testing::TestWithParam<PlanCase> {};
 TEST_P(ComparedDrafts, TellWhatBecameOfEachScene) {
     std::size_t mistakes = 0;
     std::size_t scenes = 0;
-    for (std::uint32_t seed = 1; seed <= 6; ++seed) {
+    for (std::uint32_t seed = 1001; seed <= 1006; ++seed) {
         const bench::Revision revision = bench::MakeRevision(GetParam().plan, seed);
         mistakes += bench::CountMistakes(revision, CompareStories(*revision.before, *revision.after));
         scenes += revision.key.size();

@@ -1,0 +1,87 @@
+#include "commands/ClipDrafts.h"
+
+#include "story/SceneContent.h"
+
+namespace zonstory {
+
+using zonstoryparser::CarriedScene;
+using zonstoryparser::SceneComparison;
+
+const char* DraftStateWord(DraftState state) {
+    switch (state) {
+    case DraftState::Current:
+        return "current";
+    case DraftState::Outdated:
+        return "outdated";
+    case DraftState::Other:
+        return "other";
+    case DraftState::None:
+        return "none";
+    case DraftState::Unknown:
+        break;
+    }
+    return "unknown";
+}
+
+ClipDrafts::Draft::Draft(const zonstoryparser::Talewright& story)
+    : scenes(SceneSelection(story).All()), texts(scenes.size()) {
+    for (std::size_t index = 0; index < scenes.size(); ++index) {
+        numbers.push_back(zoncore::UTF16to8(NumberToWrite(*scenes[index].scene, scenes[index].position)));
+        byNumber[numbers.back()].push_back(index);
+    }
+}
+
+const CarriedScene& ClipDrafts::Draft::TextOf(std::size_t index) {
+    if (!texts[index]) {
+        texts[index] = zonstoryparser::SceneToCarry(scenes[index].scene);
+    }
+    return *texts[index];
+}
+
+std::optional<std::size_t> ClipDrafts::Draft::Find(const std::string& number, const CarriedScene& carried) {
+    const auto found = byNumber.find(number);
+    if (found != byNumber.end()) {
+        for (const std::size_t index : found->second) {
+            if (TextOf(index) == carried) {
+                return index;
+            }
+        }
+    }
+    return std::nullopt;
+}
+
+ClipDrafts::ClipDrafts(const zonstoryparser::Talewright* oldDraft, const zonstoryparser::Talewright& newDraft,
+                       const zonstoryparser::StoryComparison& comparison)
+    : mNew(newDraft) {
+    if (oldDraft != nullptr) {
+        mOld.emplace(*oldDraft);
+    }
+    for (const SceneComparison& scene : comparison.scenes) {
+        if (scene.oldPosition && scene.newPosition) {
+            mNewOfOld.emplace(*scene.oldPosition - 1, *scene.newPosition - 1);
+        }
+    }
+}
+
+DraftAnswer ClipDrafts::Tell(const std::string& number, const CarriedScene& carried) {
+    if (carried.IsEmpty()) {
+        return {DraftState::None, std::nullopt, number};
+    }
+    if (const auto index = mNew.Find(number, carried)) {
+        return Answer(DraftState::Current, *index);
+    }
+    if (const auto index = mOld ? mOld->Find(number, carried) : std::nullopt) { // the number may mean another scene now
+        const auto pair = mNewOfOld.find(*index);
+        return pair == mNewOfOld.end() ? DraftAnswer{DraftState::Unknown, std::nullopt, number}
+                                       : Answer(DraftState::Outdated, pair->second);
+    }
+    const auto found = mNew.byNumber.find(number);
+    return found == mNew.byNumber.end() ? DraftAnswer{DraftState::Unknown, std::nullopt, number}
+                                        : Answer(DraftState::Other, found->second.front());
+}
+
+DraftAnswer ClipDrafts::Answer(DraftState state, std::size_t newIndex) const {
+    return {state, newIndex + 1, mNew.numbers[newIndex]};
+}
+
+} // namespace zonstory

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include <zonstoryparser/StoryComparison.h>
+
+#include "story/SceneSelection.h"
+
+namespace zonstory {
+
+/// Which draft's text a clip carries.
+enum class DraftState {
+    Current,  ///< What writing the new draft's scene would give.
+    Outdated, ///< What writing the old draft's would have given.
+    Other,    ///< Neither: edited since, or of a third draft.
+    None,     ///< No text of a scene.
+    Unknown,  ///< Of a scene that the new draft does not have.
+};
+const char* DraftStateWord(DraftState state);
+
+struct DraftAnswer {
+    DraftState state = DraftState::None;
+    std::optional<std::size_t> position; ///< Of the scene in the new draft, from 1.
+    std::string scene;                   ///< Its number there, as it is written; else what the clip carries.
+};
+
+/// Tells clips of one draft from those of another, by the text that writing either would give: a clip that `write` would
+/// leave alone is current. For one thread; the texts of a scene are made when a clip first asks for them.
+/// @pre The toolkit is initialized while one lives.
+class ClipDrafts {
+public:
+    /// @param oldDraft  Null where it is not known: then nothing is outdated.
+    ClipDrafts(const zonstoryparser::Talewright* oldDraft, const zonstoryparser::Talewright& newDraft,
+               const zonstoryparser::StoryComparison& comparison);
+
+    /// @param number  What the clip carries as its scene's number.
+    DraftAnswer Tell(const std::string& number, const zonstoryparser::CarriedScene& carried);
+
+private:
+    struct Draft {
+        explicit Draft(const zonstoryparser::Talewright& story);
+        const zonstoryparser::CarriedScene& TextOf(std::size_t index);
+        /// The first scene with this number that would leave this text; nothing where none does.
+        std::optional<std::size_t> Find(const std::string& number, const zonstoryparser::CarriedScene& carried);
+
+        std::vector<SelectedScene> scenes;
+        std::vector<std::string> numbers;
+        std::unordered_map<std::string, std::vector<std::size_t>> byNumber;
+        std::vector<std::optional<zonstoryparser::CarriedScene>> texts;
+    };
+
+    DraftAnswer Answer(DraftState state, std::size_t newIndex) const;
+
+    std::optional<Draft> mOld;
+    Draft mNew;
+    std::unordered_map<std::size_t, std::size_t> mNewOfOld;
+};
+
+} // namespace zonstory
