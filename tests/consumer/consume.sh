@@ -47,7 +47,6 @@ in_silence() {
     "$@" >"$work/printed" 2>&1 || { cat "$work/printed"; echo "failed: $*"; exit 1; }
     [ ! -s "$work/printed" ] || { cat "$work/printed"; echo "printed by: $*"; exit 1; }
 }
-in_silence "$work/hosts/catch-errors"
 in_silence "$work/hosts/beside-the-toolkit"
 # Freed memory counts as free: the allocator keeps none of it aside.
 in_silence env GLIBC_TUNABLES=glibc.malloc.tcache_count=0 "$work/hosts/load-and-unload" "$work/hosts/libplugin.so"

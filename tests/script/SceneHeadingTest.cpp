@@ -60,6 +60,7 @@ INSTANTIATE_TEST_SUITE_P(WithoutSetting, SceneHeading, ::testing::Values(
     HeadingCase{"TrailingBlankOfTheTokenStays", u"\tOLD MILL . YARD",   u"OLD MILL ", u"YARD",    u""},
     HeadingCase{"TrailingDot",                  u"HOUSE.",              u"HOUSE",     u"",        u""},
     HeadingCase{"OnlyDots",                     u"...",                 u"",          u"",        u""},
+    HeadingCase{"NoFoldingBeyondLetters",       u"I\u000F. HOUSE",      u"I\u000F",   u"HOUSE",   u""},
     HeadingCase{"NoFoldingBeyondASCII",         u"\u0130NT. HOUSE",     u"\u0130NT",  u"HOUSE",   u""}), NameOf);
 
 INSTANTIATE_TEST_SUITE_P(RightHalf, SceneHeading, ::testing::Values(

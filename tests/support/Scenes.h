@@ -71,4 +71,26 @@ std::string ValueOf(Reader reader, SXMPMeta& xmp) {
     return reader(xmp, nullptr, &value) ? value : "(none)";
 }
 
+/// All that a scene's metadata carries, a line each; the dialogue last.
+inline std::vector<std::string> Carried(SXMPMeta& xmp) {
+    using namespace zonstoryparser;
+    const std::pair<const char*, bool (*)(SXMPMeta&, XMP_OptionBits*, std::string*)> readers[] = {
+        {"setting ", GetSceneSettingFromXMP},    {"location ", GetShotLocationFromXMP},
+        {"time ", GetSceneTimeOfDayFromXMP},     {"number ", GetSceneNumberFromXMP},
+        {"name ", GetShotNameFromXMP},           {"shot ", GetShotNumberFromXMP},
+        {"scale ", GetShotDurationScaleFromXMP}, {"length ", GetShotDurationValueFromXMP},
+        {"action ", GetActionFromXMP},
+    };
+    std::vector<std::string> lines;
+    for (const auto& [name, reader] : readers) {
+        std::string value;
+        if (reader(xmp, nullptr, &value)) {
+            lines.push_back(name + value);
+        }
+    }
+    const std::vector<std::string> dialogue = DialogueOf(xmp);
+    lines.insert(lines.end(), dialogue.begin(), dialogue.end());
+    return lines;
+}
+
 } // namespace support

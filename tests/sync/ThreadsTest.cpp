@@ -22,8 +22,8 @@ std::string UseEverything(const boost::intrusive_ptr<Scene>& scene) {
     const SXMPMeta copy = xmp;
     ClearSceneMetadataFromXMP(xmp, changed);
     xmp = copy;
-    std::string text = shots.at(0).xmpPacket + support::ValueOf(GetActionFromXMP, xmp);
-    for (const std::string& line : support::DialogueOf(xmp)) {
+    std::string text = shots.at(0).xmpPacket;
+    for (const std::string& line : support::Carried(xmp)) {
         text += line;
     }
     return text;

@@ -80,11 +80,20 @@ TEST(SceneProperties, ReportAToolkitFailureAsFalse) {
 TEST(SceneProperties, TheShotNumberIsReadAndDeletedButNeverWritten) {
     SXMPMeta xmp;
     EXPECT_TRUE(WriteShotNumberToXMP(5, xmp));
-    EXPECT_EQ(ValueOf(GetShotNumberFromXMP, xmp), "(none)");
+    EXPECT_FALSE(xmp.DoesPropertyExist(kDynamicMedia, "shotNumber"));
     xmp.SetProperty(kDynamicMedia, "shotNumber", "5");
     EXPECT_EQ(ValueOf(GetShotNumberFromXMP, xmp), "5");
     EXPECT_TRUE(DeleteShotNumberFromXMP(xmp));
     EXPECT_EQ(ValueOf(GetShotNumberFromXMP, xmp), "(none)");
+}
+
+TEST(StoryPresence, AnEmptyTextAndASpeakerWithoutDialogueDoNotCount) {
+    SXMPMeta xmp;
+    xmp.SetProperty(kScript, "sceneSetting", "");
+    WriteCharacterDialogueToXMP({{u"ANN", u""}}, xmp);
+    EXPECT_FALSE(HasAnyStoryRelatedMetadata(xmp));
+    WriteCharacterDialogueToXMP({{u"ANN", u"Hi."}}, xmp);
+    EXPECT_TRUE(HasAnyStoryRelatedMetadata(xmp));
 }
 
 } // namespace

@@ -204,30 +204,4 @@ TEST_F(MatchVerbs, CoverageCountsScenes) {
                            HasSubstr(",55,unknown,c/x.mov,\r\n")));
 }
 
-TEST_F(MatchVerbs, UsageIsChecked) {
-    Add("c/12A-3.mov");
-    support::WriteFile(mZonstory / "bad.csv", "Lens,Notes\n50,x\n");
-    struct Case {
-        std::vector<std::string> arguments;
-        const char* message;
-    };
-    const Case cases[] = {
-        {{"write", "s.skrx", "--match", "--scene", "1", "c"}, "--match"},
-        {{"write", "s.skrx", "--match"}, "CLIP"},
-        {{"write", "s.skrx", "--scene", "1", "--log", "bad.csv", "c"}, "--log"},
-        {{"match", "s.skrx"}, "CLIP"},
-        {{"match", "s.skrx", "c", "--min-confidence", "sure"}, "--min-confidence"},
-        {{"match", "s.skrx", "c", "--slates", "none"}, "--slates"},
-        {{"match", "s.skrx", "c", "--log", "missing.csv"}, "missing.csv"},
-        {{"match", "s.skrx", "c", "--log", "c"}, "c: "},
-        {{"match", "s.skrx", "c", "--log", "bad.csv"}, "bad.csv:1: no header"},
-    };
-    for (const Case& c : cases) {
-        const ZonstoryResult result = mZonstory.Run(c.arguments);
-        EXPECT_EQ(result.exitCode, 2) << c.message;
-        EXPECT_THAT(result.err, HasSubstr(c.message));
-        EXPECT_EQ(result.out, "");
-    }
-}
-
 } // namespace
