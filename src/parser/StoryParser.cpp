@@ -171,7 +171,7 @@ std::uint32_t StoryParser::GetElement(const AttributeMap& attributes) const {
 }
 
 // On purpose: a second root takes the place of the first, and a root of another version stays in reach.
-// Held by the tests StoryParser, SecondRootReplacesTheFirst and the version table.
+// Held by the tests StoryParser, SecondRootReplacesTheFirst and RecordsTheFirstStructuralError.
 void StoryParser::StartRoot(const AttributeMap& attributes) {
     mStory = new Talewright;
     mStory->version = Attribute(attributes, kVersion);

@@ -2,7 +2,7 @@
 
 namespace zonstoryparser {
 
-// On purpose: dialogue that has no speaker yet is carried forward to the next one. Held by the tests CharacterDialogue.
+// On purpose: dialogue that has no speaker yet is carried forward to the next one. Held by the tests SceneContent.
 void PushCharacterDialogue(UString& character, UString& dialogue, std::vector<CharacterDialogue>& list) {
     if (character.empty()) {
         return;
