@@ -12,7 +12,6 @@
 #include "files/SystemError.h"
 #include "output/ExitCode.h"
 #include "story/PacketRule.h"
-#include "story/SceneContent.h"
 #include "story/SceneSelection.h"
 
 namespace zonstory {
@@ -79,11 +78,11 @@ int RunPackets(const PacketsOptions& options, Output& output) {
         std::vector<zonstoryparser::ShotXMP> shots;
         zonstoryparser::GetSceneXMP(story.root, selected.scene, static_cast<std::int32_t>(selected.position), shots);
         for (const zonstoryparser::ShotXMP& shot : shots) {
-            sink.Put(zoncore::UTF16to8(NumberToWrite(*selected.scene, selected.position)), shot.xmpPacket);
+            sink.Put(zoncore::UTF16to8(NumberToWrite(selected)), shot.xmpPacket);
         }
         if (shots.empty()) {
             output.Note(fmt::format("scene #{} yields no packet: {}", selected.position,
-                                    WhyNoPacket(*selected.scene).value_or("the library makes none")));
+                                    ReasonForNoPacket(*selected.scene).value_or("the library makes none")));
         }
         output.Progress(fmt::format("{} of {} scenes", ++done, scenes.size()));
     }

@@ -1,8 +1,7 @@
 #include "commands/SceneSync.h"
 
 #include <zonmetadata/SchemaNamespaces.h>
-
-#include "story/SceneContent.h"
+#include <zonstoryparser/SceneContent.h>
 
 namespace zonstory {
 
@@ -29,7 +28,7 @@ void Require(bool isDone, const char* problem) {
 }
 
 // The library leaves alone what a scene does not have. The headings paths are reported by the library when it writes one.
-void RemoveStaleHeading(const SceneContent& content, SXMPMeta& xmp, Changed& changed) {
+void RemoveStaleHeading(const zonstoryparser::SceneContent& content, SXMPMeta& xmp, Changed& changed) {
     const HeadingPart parts[] = {{kScriptNamespaceURI, "sceneSetting", content.setting},
                                  {kDynamicMediaNamespaceURI, "shotLocation", content.location},
                                  {kScriptNamespaceURI, "sceneTimeOfDay", content.timeOfDay}};
@@ -51,7 +50,7 @@ void RemoveStaleHeading(const SceneContent& content, SXMPMeta& xmp, Changed& cha
 } // namespace
 
 Changed WriteScene(const SelectedScene& selected, SXMPMeta& xmp) {
-    const SceneContent content = GatherSceneContent(*selected.scene);
+    const zonstoryparser::SceneContent content = zonstoryparser::GatherSceneContent(*selected.scene);
     Changed changed;
     RemoveStaleHeading(content, xmp, changed);
     if (content.action.empty()) {
@@ -59,7 +58,7 @@ Changed WriteScene(const SelectedScene& selected, SXMPMeta& xmp) {
     }
     const zoncore::UString problem = zonstoryparser::WriteSceneMetadataIntoXMP(selected.scene, xmp, changed);
     Require(problem.empty(), zoncore::UTF16to8(problem).c_str());
-    const zoncore::UString number = NumberToWrite(*selected.scene, selected.position);
+    const zoncore::UString number = NumberToWrite(selected);
     Require(zonstoryparser::WriteSceneNumberToXMP(number, xmp), "Error writing scene number to XMP");
     changed.push_back(SceneNumberPath());
     return changed;

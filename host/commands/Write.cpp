@@ -15,7 +15,6 @@
 #include "commands/Toolkit.h"
 #include "commands/UsageError.h"
 #include "output/CsvReader.h"
-#include "story/SceneContent.h"
 
 namespace zonstory {
 
@@ -26,7 +25,7 @@ constexpr BatchWords kWords = {"written", "would be written"};
 // A clip that is refused, or for which no scene was found, has none.
 ClipTask MakeTask(SelectedClip clip, const SelectedScene& scene, std::optional<std::string> unmatched) {
     return {std::move(clip.path), std::move(clip.refusal), std::move(unmatched),
-            scene.scene ? zoncore::UTF16to8(NumberToWrite(*scene.scene, scene.position)) : std::string(),
+            scene.scene ? zoncore::UTF16to8(NumberToWrite(scene)) : std::string(),
             [scene](SXMPMeta& xmp) { return WriteScene(scene, xmp); }};
 }
 

@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 
-#include "story/SceneContent.h"
+#include <zonstoryparser/SceneContent.h>
 
 namespace zonstory {
 
@@ -16,13 +16,13 @@ bool IsKnownSetting(const UString& setting) {
 }
 
 // "INT" is also found in "INT/EXT." and "INTERIOR", whose rest then stands in the location.
-bool IsPartOfWord(const SceneContent& content) {
+bool IsPartOfWord(const zonstoryparser::SceneContent& content) {
     const std::size_t end = content.setting.size();
     const bool endsWithDot = content.setting.back() == u'.';
     return !endsWithDot && end < content.heading.size() && UString(u". \t").find(content.heading[end]) == UString::npos;
 }
 
-void CheckSetting(const SceneContent& content, std::size_t line, const ReportFinding& report) {
+void CheckSetting(const zonstoryparser::SceneContent& content, std::size_t line, const ReportFinding& report) {
     const std::string heading = UTF16to8(content.heading);
     if (!IsKnownSetting(content.setting)) {
         report(line, FindingKind::Setting, fmt::format("the setting of '{}' is not recognised", heading));
@@ -34,7 +34,7 @@ void CheckSetting(const SceneContent& content, std::size_t line, const ReportFin
 }
 
 // The first dash parts location and time, so a dash within a name does too.
-void CheckTimeOfDay(const SceneContent& content, std::size_t line, const ReportFinding& report) {
+void CheckTimeOfDay(const zonstoryparser::SceneContent& content, std::size_t line, const ReportFinding& report) {
     const std::string heading = UTF16to8(content.heading);
     if (content.timeOfDay.empty()) {
         const bool hasLongDash = content.heading.find_first_of(u"–—") != UString::npos;
@@ -52,7 +52,7 @@ void CheckTimeOfDay(const SceneContent& content, std::size_t line, const ReportF
 
 void CheckHeading(const zonstoryparser::Scene& scene, const zonscreenplay::SourceLines& lines,
                   const ReportFinding& report) {
-    const SceneContent content = GatherSceneContent(scene);
+    const zonstoryparser::SceneContent content = zonstoryparser::GatherSceneContent(scene);
     if (content.heading.empty()) {
         return report(lines.Of(scene), FindingKind::Setting, "the scene has no heading");
     }

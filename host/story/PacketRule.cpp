@@ -1,19 +1,20 @@
 #include "story/PacketRule.h"
 
-#include "story/SceneContent.h"
+#include <zonstoryparser/SceneContent.h>
 
 namespace zonstory {
 
-std::optional<std::string> WhyNoPacket(const zonstoryparser::Scene& scene) {
-    if (scene.paragraphs.empty()) {
+std::optional<std::string> ReasonForNoPacket(const zonstoryparser::Scene& scene) {
+    using zonstoryparser::NoPacketReason;
+    switch (zonstoryparser::WhyNoPacket(scene)) {
+    case NoPacketReason::NoParagraphs:
         return "it has no paragraphs";
-    }
-    if (scene.paragraphs.front()->objectID.AsString().empty()) {
+    case NoPacketReason::NoIdentity:
         return "its first paragraph has no objID";
-    }
-    const SceneContent content = GatherSceneContent(scene);
-    if (content.heading.empty() && content.action.empty() && content.dialogues.empty()) {
+    case NoPacketReason::NothingSaid:
         return "it has no heading, no action and no speaker with dialogue";
+    case NoPacketReason::None:
+        break;
     }
     return std::nullopt;
 }

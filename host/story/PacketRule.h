@@ -8,6 +8,6 @@
 namespace zonstory {
 
 /// Why the library makes no packet of a scene, in one short clause; nothing when it makes one.
-std::optional<std::string> WhyNoPacket(const zonstoryparser::Scene& scene);
+std::optional<std::string> ReasonForNoPacket(const zonstoryparser::Scene& scene);
 
 } // namespace zonstory

@@ -4,8 +4,10 @@
 #include <unordered_map>
 #include <utility>
 
+#include <zonstoryparser/SceneContent.h>
+
 #include "story/BodyScenes.h"
-#include "story/SceneContent.h"
+#include "story/SpeakerName.h"
 #include "story/WordCount.h"
 
 namespace zonstory {
@@ -15,7 +17,7 @@ namespace {
 using zoncore::UTF16to8;
 
 SceneFacts DescribeScene(const zonstoryparser::Scene& scene, std::size_t position) {
-    const SceneContent content = GatherSceneContent(scene);
+    const zonstoryparser::SceneContent content = zonstoryparser::GatherSceneContent(scene);
     SceneFacts facts;
     facts.position = position;
     facts.number = UTF16to8(scene.sceneNumber);
@@ -51,7 +53,7 @@ std::vector<CharacterFacts> DescribeCharacters(const zonstoryparser::Talewright&
     std::size_t position = 0;
     for (const auto& scene : BodyScenes(story)) {
         ++position;
-        for (const auto& [character, dialogue] : GatherSceneContent(*scene).dialogues) {
+        for (const auto& [character, dialogue] : zonstoryparser::GatherSceneContent(*scene).dialogues) {
             const auto [row, isNew] = rows.try_emplace(SpeakerName(character), table.size());
             if (isNew) {
                 table.push_back({UTF16to8(row->first), {}, 0, 0});

@@ -4,8 +4,9 @@
 
 #include <fmt/format.h>
 
+#include <zonstoryparser/SceneContent.h>
+
 #include "story/BodyScenes.h"
-#include "story/SceneContent.h"
 #include "text/AsciiText.h"
 
 namespace zonstory {
@@ -24,6 +25,10 @@ std::string Folded(const std::string& name) {
 }
 
 } // namespace
+
+zoncore::UString NumberToWrite(const SelectedScene& selected) {
+    return zonstoryparser::SceneNumberToWrite(*selected.scene, static_cast<std::int32_t>(selected.position));
+}
 
 // A number that reads like a position ("#7") stands under the same name as the position and may clash with it.
 SceneSelection::SceneSelection(const zonstoryparser::Talewright& story) : mScenes(BodyScenes(story)) {
@@ -76,7 +81,7 @@ void SceneSelection::FailToFind(const std::string& name) const {
 }
 
 std::string SceneSelection::Describe(std::size_t index) const {
-    const std::string heading = zoncore::UTF16to8(GatherSceneContent(*mScenes[index]).heading);
+    const std::string heading = zoncore::UTF16to8(zonstoryparser::GatherSceneContent(*mScenes[index]).heading);
     return kPositionMark + std::to_string(index + 1) + (heading.empty() ? "" : " (" + heading + ")");
 }
 

@@ -19,6 +19,9 @@ struct SelectedScene {
     std::size_t position = 0; ///< From 1.
 };
 
+/// The scene number that is written for it: its own, or its position with three digits, "007".
+zoncore::UString NumberToWrite(const SelectedScene& selected);
+
 /// A name that no scene answers to, or more than one; what() says so, with the scenes in question.
 class SceneSelectionError : public std::runtime_error {
 public:

@@ -1,8 +1,6 @@
-#include "story/SceneContent.h"
+#include "story/SpeakerName.h"
 
 #include <string_view>
-
-#include <fmt/format.h>
 
 namespace zonstory {
 
@@ -29,49 +27,12 @@ std::size_t StartOfExtension(std::u16string_view text) {
 
 } // namespace
 
-SceneContent GatherSceneContent(const zonstoryparser::Scene& scene) {
-    SceneContent content;
-    UString character;
-    UString dialogue;
-    for (const auto& paragraph : scene.paragraphs) {
-        switch (paragraph ? paragraph->element : zonstoryparser::kUnknownElement) {
-        case zonstoryparser::kSceneHeading:
-            content.heading.clear();
-            zonstoryparser::GetTextRuns(paragraph, content.heading);
-            break;
-        case zonstoryparser::kCharacter:
-            zonstoryparser::PushCharacterDialogue(character, dialogue, content.dialogues);
-            zonstoryparser::GetTextRuns(paragraph, character);
-            break;
-        case zonstoryparser::kDialog:
-            zonstoryparser::GetTextRuns(paragraph, dialogue);
-            break;
-        case zonstoryparser::kAction:
-            zonstoryparser::GetTextRuns(paragraph, content.action);
-            break;
-        default:
-            break;
-        }
-    }
-    zonstoryparser::PushCharacterDialogue(character, dialogue, content.dialogues);
-    zonstoryparser::ParseSceneHeading(content.heading, content.setting, content.location, content.timeOfDay);
-    return content;
-}
-
 UString SpeakerName(const UString& character) {
     std::u16string_view name = WithoutBlanks(character);
     for (std::size_t open = StartOfExtension(name); open != std::u16string_view::npos; open = StartOfExtension(name)) {
         name = WithoutBlanks(name.substr(0, open));
     }
     return UString(name);
-}
-
-UString NumberToWrite(const zonstoryparser::Scene& scene, std::size_t position) {
-    if (!scene.sceneNumber.empty()) {
-        return scene.sceneNumber;
-    }
-    const std::string digits = fmt::format("{:03}", position);
-    return zoncore::AsciiToUTF16(digits.data(), digits.size());
 }
 
 } // namespace zonstory

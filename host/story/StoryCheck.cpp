@@ -60,7 +60,7 @@ public:
         }
         CheckDuration(scene, mLines, report);
         CheckDialogue(scene, mLines, report);
-        if (const auto reason = WhyNoPacket(scene)) {
+        if (const auto reason = ReasonForNoPacket(scene)) {
             report(mLines.Of(scene), FindingKind::NoPacket, "the scene yields no packet: " + *reason);
         }
     }

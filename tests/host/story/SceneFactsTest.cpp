@@ -5,7 +5,7 @@
 #include <gmock/gmock.h>
 
 #include "story/PacketRule.h"
-#include "story/SceneContent.h"
+#include "story/SpeakerName.h"
 #include "story/WordCount.h"
 #include <zonscreenplay/Screenplay.h>
 
@@ -89,9 +89,9 @@ TEST(CharacterFacts, GatherASpeakersScenesLinesAndWords) {
 TEST(PacketRule, NamesTheReason) {
     const zonscreenplay::Screenplay story = zonscreenplay::ReadScreenplayFromMemory(kStory, "s");
     const auto& scenes = story.root->document->body->section->scenes;
-    EXPECT_FALSE(zonstory::WhyNoPacket(*scenes[0]));
-    EXPECT_EQ(zonstory::WhyNoPacket(*scenes[1]), "its first paragraph has no objID");
-    EXPECT_EQ(zonstory::WhyNoPacket(*scenes[2]), "it has no paragraphs");
+    EXPECT_FALSE(zonstory::ReasonForNoPacket(*scenes[0]));
+    EXPECT_EQ(zonstory::ReasonForNoPacket(*scenes[1]), "its first paragraph has no objID");
+    EXPECT_EQ(zonstory::ReasonForNoPacket(*scenes[2]), "it has no paragraphs");
 }
 
 } // namespace
