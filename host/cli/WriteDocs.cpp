@@ -8,6 +8,7 @@
 #include "cli/Completion.h"
 #include "cli/ManPage.h"
 #include "cli/OptionTree.h"
+#include "commands/Schemas.h"
 #include "files/AtomicFile.h"
 
 int main(int argc, char** argv) try {
@@ -22,6 +23,9 @@ int main(int argc, char** argv) try {
     zonstory::WriteFileAtomically(folder / "zonstory.bash", zonstory::BashCompletion(*program));
     zonstory::WriteFileAtomically(folder / "_zonstory", zonstory::ZshCompletion(*program));
     zonstory::WriteFileAtomically(folder / "zonstory.fish", zonstory::FishCompletion(*program));
+    for (const auto& [name, schema] : zonstory::Schemas()) {
+        zonstory::WriteFileAtomically(folder / name, schema);
+    }
     return 0;
 } catch (const std::exception& error) {
     std::cerr << error.what() << '\n';

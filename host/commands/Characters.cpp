@@ -2,55 +2,50 @@
 
 #include <vector>
 
-#include <nlohmann/json.hpp>
-
 #include "output/ExitCode.h"
-#include "output/Json.h"
-#include "output/Table.h"
+#include "output/Record.h"
 #include "story/SceneFacts.h"
 
 namespace zonstory {
 
 namespace {
 
-Table CharacterTable(const std::vector<CharacterFacts>& characters) {
-    Table table({{"character", "character"},
-                 {"scenes", "scenes", Align::Right},
-                 {"lines", "lines", Align::Right},
-                 {"words", "words", Align::Right}});
-    for (const CharacterFacts& character : characters) {
-        table.AddRow({character.name, std::to_string(character.scenes.size()), std::to_string(character.lines),
-                      std::to_string(character.words)});
-    }
-    return table;
-}
-
-Json CharacterJson(const std::vector<CharacterFacts>& characters) {
-    Json rows = Json::array();
-    for (const CharacterFacts& character : characters) {
-        rows.push_back({{"character", character.name},
-                        {"scenes", character.scenes.size()},
-                        {"scenePositions", character.scenes},
-                        {"lines", character.lines},
-                        {"words", character.words}});
-    }
-    return rows;
-}
+struct CharactersDocument {
+    std::vector<CharacterFacts> characters;
+};
 
 } // namespace
 
+template <>
+const Fields<CharacterFacts>& FieldsOf<CharacterFacts>() {
+    static const Fields<CharacterFacts> fields = {
+        {"character", "character", &CharacterFacts::name},
+        {"scenes", "scenes", [](const CharacterFacts& character) { return character.scenes.size(); }},
+        {"scenePositions", nullptr, &CharacterFacts::scenes, Shown::InJson},
+        {"lines", "lines", &CharacterFacts::lines},
+        {"words", "words", &CharacterFacts::words},
+    };
+    return fields;
+}
+
+template <>
+const Fields<CharactersDocument>& FieldsOf<CharactersDocument>() {
+    static const Fields<CharactersDocument> fields = {{"characters", nullptr, &CharactersDocument::characters}};
+    return fields;
+}
+
 int RunCharacters(const CharactersOptions& options, Output& output) {
     const Story story = ReadStory(options.story);
-    const std::vector<CharacterFacts> characters = DescribeCharacters(*story.root);
-    if (options.format == Format::Json) {
-        Json document = JsonDocument("characters", 1);
-        document["characters"] = CharacterJson(characters);
-        output.Result(JsonText(document));
-    } else {
-        const Table table = CharacterTable(characters);
-        output.Result(options.format == Format::Csv ? table.AsCsv() : table.AsText());
-    }
+    const CharactersDocument document = {DescribeCharacters(*story.root)};
+    output.Result(InFormat(
+        options.format, [&] { return RecordTable(document.characters).AsText(); },
+        [&] { return DocumentText("characters", document); },
+        [&] { return RecordTable(document.characters).AsCsv(); }));
     return kDone;
+}
+
+Json CharactersSchema() {
+    return DocumentSchema<CharactersDocument>("characters");
 }
 
 } // namespace zonstory

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "output/Format.h"
+#include "output/Json.h"
 #include "output/Output.h"
 #include "story/StoryReader.h"
 
@@ -17,5 +18,8 @@ struct CharactersOptions {
 /// @return An ExitCode.
 /// @throws zonscreenplay::ReadError
 int RunCharacters(const CharactersOptions& options, Output& output);
+
+/// The JSON Schema of its document.
+Json CharactersSchema();
 
 } // namespace zonstory

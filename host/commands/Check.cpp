@@ -1,19 +1,35 @@
 #include "commands/Check.h"
 
+#include <optional>
 #include <vector>
 
 #include <fmt/format.h>
-#include <nlohmann/json.hpp>
 
 #include "output/ExitCode.h"
-#include "output/Json.h"
+#include "output/Record.h"
 #include "output/SafeText.h"
-#include "output/Table.h"
 #include "story/StoryCheck.h"
 
 namespace zonstory {
 
 namespace {
+
+struct FindingScene {
+    std::size_t position;
+    std::string number;
+};
+
+struct CheckDocument {
+    std::vector<Finding> findings;
+};
+
+std::optional<std::size_t> PositionOf(const Finding& finding) {
+    return finding.position == 0 ? std::nullopt : std::optional(finding.position);
+}
+
+std::optional<FindingScene> SceneOf(const Finding& finding) {
+    return finding.position == 0 ? std::nullopt : std::optional(FindingScene{finding.position, finding.number});
+}
 
 std::string SceneName(const Finding& finding) {
     if (finding.position == 0) {
@@ -34,33 +50,41 @@ std::string AsText(const std::vector<Finding>& findings, const std::string& stor
     return text;
 }
 
-std::string AsCsv(const std::vector<Finding>& findings) {
-    Table table({{"line", ""}, {"kind", ""}, {"position", ""}, {"number", ""}, {"message", ""}});
-    for (const Finding& finding : findings) {
-        table.AddRow({std::to_string(finding.line), KindWord(finding.kind),
-                      finding.position == 0 ? "" : std::to_string(finding.position), finding.number, finding.message});
-    }
-    return table.AsCsv();
+} // namespace
+
+template <>
+const Fields<FindingScene>& FieldsOf<FindingScene>() {
+    static const Fields<FindingScene> fields = {{"position", nullptr, &FindingScene::position},
+                                                {"number", nullptr, &FindingScene::number}};
+    return fields;
 }
 
-std::string AsJson(const std::vector<Finding>& findings) {
-    Json rows = Json::array();
-    for (const Finding& finding : findings) {
-        Json row = {{"line", finding.line}, {"kind", KindWord(finding.kind)}, {"message", finding.message}};
-        row["scene"] =
-            finding.position == 0 ? Json(nullptr) : Json({{"position", finding.position}, {"number", finding.number}});
-        rows.push_back(std::move(row));
-    }
-    Json document = JsonDocument("check", 1);
-    document["findings"] = std::move(rows);
-    return JsonText(document);
+template <>
+const Fields<Finding>& FieldsOf<Finding>() {
+    static const Fields<Finding> fields = {
+        {"line", nullptr, &Finding::line},
+        {"kind", nullptr, [](const Finding& finding) { return KindWord(finding.kind); }},
+        {"position", nullptr, PositionOf, Shown::InTables},
+        {"number", nullptr, &Finding::number, Shown::InTables},
+        {"message", nullptr, &Finding::message},
+        {"scene", nullptr, SceneOf, Shown::InJson},
+    };
+    return fields;
 }
 
-void Print(const std::vector<Finding>& findings, const CheckOptions& options, Output& output) {
+template <>
+const Fields<CheckDocument>& FieldsOf<CheckDocument>() {
+    static const Fields<CheckDocument> fields = {{"findings", nullptr, &CheckDocument::findings}};
+    return fields;
+}
+
+namespace {
+
+void Print(const CheckDocument& document, const CheckOptions& options, Output& output) {
     const std::string name = options.story.Name();
     output.Result(InFormat(
-        options.format, [&] { return AsText(findings, name); }, [&] { return AsJson(findings); },
-        [&] { return AsCsv(findings); }));
+        options.format, [&] { return AsText(document.findings, name); },
+        [&] { return DocumentText("check", document); }, [&] { return RecordTable(document.findings).AsCsv(); }));
 }
 
 } // namespace
@@ -68,18 +92,22 @@ void Print(const std::vector<Finding>& findings, const CheckOptions& options, Ou
 int RunCheck(const CheckOptions& options, Output& output) {
     try {
         const Story story = ReadStory(options.story, true);
-        const std::vector<Finding> findings = CheckStory(story);
-        Print(findings, options, output);
-        output.Note(fmt::format("{} findings", findings.size()));
+        const CheckDocument document = {CheckStory(story)};
+        Print(document, options, output);
+        output.Note(fmt::format("{} findings", document.findings.size()));
         return kDone;
     } catch (const zonscreenplay::ReadError& error) {
         if (error.Where().line == 0) {
             throw;
         }
-        Print({{error.Where().line, FindingKind::Structure, 0, "", error.Message()}}, options, output);
+        Print({{{error.Where().line, FindingKind::Structure, 0, "", error.Message()}}}, options, output);
         output.Error(error.what());
         return kStoryUnread;
     }
+}
+
+Json CheckSchema() {
+    return DocumentSchema<CheckDocument>("check");
 }
 
 } // namespace zonstory

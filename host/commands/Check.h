@@ -3,6 +3,7 @@
 #include <string>
 
 #include "output/Format.h"
+#include "output/Json.h"
 #include "output/Output.h"
 #include "story/StoryReader.h"
 
@@ -18,5 +19,8 @@ struct CheckOptions {
 /// @return An ExitCode: kDone also with findings, kStoryUnread for a malformed story.
 /// @throws zonscreenplay::ReadError when the file cannot be opened or read at all.
 int RunCheck(const CheckOptions& options, Output& output);
+
+/// The JSON Schema of its document.
+Json CheckSchema();
 
 } // namespace zonstory

@@ -1,15 +1,26 @@
 #include "commands/ClipReport.h"
 
-#include <fmt/ranges.h>
-#include <nlohmann/json.hpp>
-
 #include "files/AtomicFile.h"
-#include "output/Json.h"
-#include "output/Table.h"
+#include "output/Record.h"
 
 namespace zonstory {
 
 namespace {
+
+struct ReportRow {
+    std::string clip;
+    std::string scene;
+    std::string target;
+    std::string file;
+    std::string result;
+    std::string reason;
+    std::vector<std::string> notes;
+    std::vector<std::string> changedPaths;
+};
+
+struct ReportDocument {
+    std::vector<ReportRow> clips;
+};
 
 const char* TargetWord(const ClipRecord& record) {
     if (record.file.empty()) {
@@ -18,41 +29,37 @@ const char* TargetWord(const ClipRecord& record) {
     return record.target == Target::Inside ? "inside" : "sidecar";
 }
 
-std::string AsJson(const std::vector<ClipRecord>& records, const BatchWords& words) {
-    Json rows = Json::array();
+ReportDocument DocumentOf(const std::vector<ClipRecord>& records, const BatchWords& words) {
+    ReportDocument document;
     for (const ClipRecord& record : records) {
-        rows.push_back({{"clip", JsonString(record.clip.string())},
-                        {"scene", JsonString(record.scene)},
-                        {"target", TargetWord(record)},
-                        {"file", JsonString(record.file.string())},
-                        {"result", ResultWord(record.result, words)},
-                        {"reason", JsonString(record.reason)},
-                        {"notes", record.notes},
-                        {"changedPaths", record.changedPaths}});
+        document.clips.push_back({record.clip.string(), record.scene, TargetWord(record), record.file.string(),
+                                  ResultWord(record.result, words), record.reason, record.notes, record.changedPaths});
     }
-    Json document = JsonDocument("report", 1);
-    document["clips"] = std::move(rows);
-    return JsonText(document);
-}
-
-std::string AsCsv(const std::vector<ClipRecord>& records, const BatchWords& words) {
-    Table table({{"clip", ""},
-                 {"scene", ""},
-                 {"target", ""},
-                 {"file", ""},
-                 {"result", ""},
-                 {"reason", ""},
-                 {"notes", ""},
-                 {"changed_paths", ""}});
-    for (const ClipRecord& record : records) {
-        table.AddRow({record.clip.string(), record.scene, TargetWord(record), record.file.string(),
-                      ResultWord(record.result, words), record.reason, fmt::format("{}", fmt::join(record.notes, "; ")),
-                      fmt::format("{}", fmt::join(record.changedPaths, " "))});
-    }
-    return table.AsCsv();
+    return document;
 }
 
 } // namespace
+
+template <>
+const Fields<ReportRow>& FieldsOf<ReportRow>() {
+    static const Fields<ReportRow> fields = {
+        {"clip", nullptr, &ReportRow::clip},
+        {"scene", nullptr, &ReportRow::scene},
+        {"target", nullptr, &ReportRow::target},
+        {"file", nullptr, &ReportRow::file},
+        {"result", nullptr, &ReportRow::result},
+        {"reason", nullptr, &ReportRow::reason},
+        {"notes", nullptr, &ReportRow::notes, Shown::Everywhere, "; "},
+        {"changedPaths", nullptr, &ReportRow::changedPaths, Shown::Everywhere, " "},
+    };
+    return fields;
+}
+
+template <>
+const Fields<ReportDocument>& FieldsOf<ReportDocument>() {
+    static const Fields<ReportDocument> fields = {{"clips", nullptr, &ReportDocument::clips}};
+    return fields;
+}
 
 std::string ResultWord(ClipResult result, const BatchWords& words) {
     switch (result) {
@@ -78,7 +85,13 @@ bool IsReportName(const std::filesystem::path& path) {
 
 void WriteClipReport(const std::filesystem::path& path, const std::vector<ClipRecord>& records,
                      const BatchWords& words) {
-    WriteFileAtomically(path, path.extension() == ".json" ? AsJson(records, words) : AsCsv(records, words));
+    const ReportDocument document = DocumentOf(records, words);
+    WriteFileAtomically(path, path.extension() == ".json" ? DocumentText("report", document)
+                                                          : RecordTable(document.clips).AsCsv());
+}
+
+Json ReportSchema() {
+    return DocumentSchema<ReportDocument>("report");
 }
 
 } // namespace zonstory

@@ -5,6 +5,7 @@
 
 #include "commands/ClipBatch.h"
 #include "commands/ClipRecord.h"
+#include "output/Json.h"
 
 namespace zonstory {
 
@@ -19,5 +20,8 @@ bool IsReportName(const std::filesystem::path& path);
 /// @throws OutputError
 void WriteClipReport(const std::filesystem::path& path, const std::vector<ClipRecord>& records,
                      const BatchWords& words);
+
+/// The JSON Schema of that report.
+Json ReportSchema();
 
 } // namespace zonstory

@@ -1,9 +1,9 @@
 #include "commands/Coverage.h"
 
+#include <optional>
 #include <utility>
 
 #include <fmt/format.h>
-#include <nlohmann/json.hpp>
 
 #include "commands/ClipEvidence.h"
 #include "commands/ClipMatching.h"
@@ -11,9 +11,8 @@
 #include "match/ClipStatements.h"
 #include "match/Coverage.h"
 #include "output/ExitCode.h"
-#include "output/Json.h"
+#include "output/Record.h"
 #include "output/SafeText.h"
-#include "output/Table.h"
 
 namespace zonstory {
 
@@ -51,14 +50,13 @@ bool ReadRecords(const CoverageOptions& options, const SceneNumbers& story, Reco
 }
 
 struct Others {
-    const char* name;  ///< In CSV and JSON; they do not change.
     const char* title; ///< In text.
     std::vector<std::size_t> Coverage::*clips;
 };
 
-constexpr Others kOthers[] = {{"unknown", "carries a scene that the story does not have", &Coverage::unknown},
-                              {"ambiguous", "carries a number that several scenes have", &Coverage::ambiguous},
-                              {"none", "carries no scene", &Coverage::withoutScene}};
+constexpr Others kOthers[] = {{"carries a scene that the story does not have", &Coverage::unknown},
+                              {"carries a number that several scenes have", &Coverage::ambiguous},
+                              {"carries no scene", &Coverage::withoutScene}};
 
 std::string ClipAndTake(const CoverageRecord& record) {
     return record.take.empty() ? record.clip : fmt::format("{} (take {})", record.clip, record.take);
@@ -84,55 +82,110 @@ std::string AsText(const Coverage& coverage, const Records& records, const Scene
     return text;
 }
 
-// One row for every clip, and one for every scene without a clip.
-std::string AsCsv(const Coverage& coverage, const Records& records, const SceneNumbers& story) {
-    Table table({{"position", ""}, {"scene", ""}, {"state", ""}, {"clip", ""}, {"take", ""}});
-    for (std::size_t scene = 0; scene < coverage.scenes.size(); ++scene) {
-        const std::string position = std::to_string(scene + 1);
-        for (const std::size_t clip : coverage.scenes[scene].clips) {
-            table.AddRow({position, story.Number(scene), "covered", records[clip].clip, records[clip].take});
-        }
-        if (coverage.scenes[scene].clips.empty()) {
-            table.AddRow({position, story.Number(scene), "uncovered", "", ""});
-        }
+struct CoveredScene {
+    std::size_t position = 0;
+    std::string number;
+    Records clips;
+};
+
+struct CoverageDocument {
+    std::vector<CoveredScene> scenes;
+    Records unknown;
+    Records ambiguous;
+    Records none;
+};
+
+// In CSV: one for every clip, and one for every scene without a clip.
+struct CoverageRow {
+    std::optional<std::size_t> position;
+    std::string scene;
+    std::string state;
+    std::string clip;
+    std::string take;
+};
+
+Records Chosen(const Records& records, const std::vector<std::size_t>& clips) {
+    Records chosen;
+    for (const std::size_t clip : clips) {
+        chosen.push_back(records[clip]);
     }
-    for (const Others& others : kOthers) {
-        for (const std::size_t clip : coverage.*others.clips) {
-            table.AddRow({"", records[clip].scene, others.name, records[clip].clip, records[clip].take});
-        }
-    }
-    return table.AsCsv();
+    return chosen;
 }
 
-Json ClipsJson(const std::vector<std::size_t>& clips, const Records& records) {
-    Json rows = Json::array();
-    for (const std::size_t clip : clips) {
-        rows.push_back({{"clip", JsonString(records[clip].clip)},
-                        {"scene", JsonString(records[clip].scene)},
-                        {"take", JsonString(records[clip].take)}});
+CoverageDocument DocumentOf(const Coverage& coverage, const Records& records, const SceneNumbers& story) {
+    CoverageDocument document;
+    for (std::size_t scene = 0; scene < coverage.scenes.size(); ++scene) {
+        document.scenes.push_back({scene + 1, story.Number(scene), Chosen(records, coverage.scenes[scene].clips)});
+    }
+    document.unknown = Chosen(records, coverage.unknown);
+    document.ambiguous = Chosen(records, coverage.ambiguous);
+    document.none = Chosen(records, coverage.withoutScene);
+    return document;
+}
+
+std::vector<CoverageRow> RowsOf(const CoverageDocument& document) {
+    std::vector<CoverageRow> rows;
+    for (const CoveredScene& scene : document.scenes) {
+        for (const CoverageRecord& clip : scene.clips) {
+            rows.push_back({scene.position, scene.number, "covered", clip.clip, clip.take});
+        }
+        if (scene.clips.empty()) {
+            rows.push_back({scene.position, scene.number, "uncovered", "", ""});
+        }
+    }
+    for (const auto& [state, clips] :
+         {std::pair{"unknown", &document.unknown}, {"ambiguous", &document.ambiguous}, {"none", &document.none}}) {
+        for (const CoverageRecord& clip : *clips) {
+            rows.push_back({std::nullopt, clip.scene, state, clip.clip, clip.take});
+        }
     }
     return rows;
 }
 
-std::string AsJson(const Coverage& coverage, const Records& records, const SceneNumbers& story) {
-    Json scenes = Json::array();
-    for (std::size_t scene = 0; scene < coverage.scenes.size(); ++scene) {
-        scenes.push_back({{"position", scene + 1},
-                          {"number", story.Number(scene)},
-                          {"clips", ClipsJson(coverage.scenes[scene].clips, records)}});
-    }
-    Json document = JsonDocument("coverage", 1);
-    document["scenes"] = std::move(scenes);
-    for (const Others& others : kOthers) {
-        document[others.name] = ClipsJson(coverage.*others.clips, records);
-    }
-    return JsonText(document);
+} // namespace
+
+template <>
+const Fields<CoverageRecord>& FieldsOf<CoverageRecord>() {
+    static const Fields<CoverageRecord> fields = {{"clip", nullptr, &CoverageRecord::clip},
+                                                  {"scene", nullptr, &CoverageRecord::scene},
+                                                  {"take", nullptr, &CoverageRecord::take}};
+    return fields;
 }
+
+template <>
+const Fields<CoveredScene>& FieldsOf<CoveredScene>() {
+    static const Fields<CoveredScene> fields = {{"position", nullptr, &CoveredScene::position},
+                                                {"number", nullptr, &CoveredScene::number},
+                                                {"clips", nullptr, &CoveredScene::clips}};
+    return fields;
+}
+
+template <>
+const Fields<CoverageDocument>& FieldsOf<CoverageDocument>() {
+    static const Fields<CoverageDocument> fields = {{"scenes", nullptr, &CoverageDocument::scenes},
+                                                    {"unknown", nullptr, &CoverageDocument::unknown},
+                                                    {"ambiguous", nullptr, &CoverageDocument::ambiguous},
+                                                    {"none", nullptr, &CoverageDocument::none}};
+    return fields;
+}
+
+template <>
+const Fields<CoverageRow>& FieldsOf<CoverageRow>() {
+    static const Fields<CoverageRow> fields = {{"position", nullptr, &CoverageRow::position},
+                                               {"scene", nullptr, &CoverageRow::scene},
+                                               {"state", nullptr, &CoverageRow::state},
+                                               {"clip", nullptr, &CoverageRow::clip},
+                                               {"take", nullptr, &CoverageRow::take}};
+    return fields;
+}
+
+namespace {
 
 std::string AsFormat(Format format, const Coverage& coverage, const Records& records, const SceneNumbers& story) {
     return InFormat(
-        format, [&] { return AsText(coverage, records, story); }, [&] { return AsJson(coverage, records, story); },
-        [&] { return AsCsv(coverage, records, story); });
+        format, [&] { return AsText(coverage, records, story); },
+        [&] { return DocumentText("coverage", DocumentOf(coverage, records, story)); },
+        [&] { return RecordTable(RowsOf(DocumentOf(coverage, records, story))).AsCsv(); });
 }
 
 } // namespace
@@ -148,6 +201,10 @@ int RunCoverage(const CoverageOptions& options, Output& output) {
     output.Note(fmt::format("{} of {} scenes shown", numbers.size() - coverage.uncovered.size(), numbers.size()));
     const bool allMatched = coverage.unknown.empty() && coverage.ambiguous.empty();
     return !allRead ? kSomeFailed : allMatched ? kDone : kUnmatched;
+}
+
+Json CoverageSchema() {
+    return DocumentSchema<CoverageDocument>("coverage");
 }
 
 } // namespace zonstory

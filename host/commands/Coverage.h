@@ -5,6 +5,7 @@
 
 #include "clip/Clip.h"
 #include "output/Format.h"
+#include "output/Json.h"
 #include "output/Output.h"
 #include "story/StoryReader.h"
 
@@ -23,5 +24,8 @@ struct CoverageOptions {
 /// @return An ExitCode; kUnmatched when a clip carries a scene that the story does not have, or has twice.
 /// @throws zonscreenplay::ReadError
 int RunCoverage(const CoverageOptions& options, Output& output);
+
+/// The JSON Schema of its document.
+Json CoverageSchema();
 
 } // namespace zonstory

@@ -1,11 +1,11 @@
 #include "commands/Info.h"
 
+#include <optional>
 #include <vector>
 
 #include <fmt/format.h>
-#include <nlohmann/json.hpp>
 
-#include "commands/SceneTable.h"
+#include "commands/SceneFields.h"
 #include "output/ExitCode.h"
 #include "output/SafeText.h"
 #include "story/SceneFacts.h"
@@ -82,19 +82,70 @@ const char* FormatWord(zonscreenplay::Format format) {
     }
 }
 
-Table StreamTable(const std::vector<StreamFacts>& streams) {
-    Table table({{"stream", "stream"},
-                 {"name", "name"},
-                 {"author", "author"},
-                 {"scenes", "scenes", Align::Right},
-                 {"paragraphs", "paragraphs", Align::Right},
-                 {"text_runs", "text runs", Align::Right}});
-    for (const StreamFacts& stream : streams) {
-        table.AddRow({stream.kind, stream.name, stream.author, std::to_string(stream.scenes),
-                      std::to_string(stream.paragraphs), std::to_string(stream.textRuns)});
+struct TitleLine {
+    std::string key;
+    std::string value;
+};
+
+// A list only where the story has a title page.
+std::optional<std::vector<TitleLine>> TitlePageOf(const StoryFacts& facts) {
+    std::vector<TitleLine> lines;
+    for (const auto& [key, value] : facts.titlePage) {
+        lines.push_back({key, value});
     }
-    return table;
+    return lines.empty() ? std::nullopt : std::optional(std::move(lines));
 }
+
+} // namespace
+
+template <>
+const Fields<TitleLine>& FieldsOf<TitleLine>() {
+    static const Fields<TitleLine> fields = {{"key", nullptr, &TitleLine::key}, {"value", nullptr, &TitleLine::value}};
+    return fields;
+}
+
+template <>
+const Fields<StreamFacts>& FieldsOf<StreamFacts>() {
+    static const Fields<StreamFacts> fields = {
+        {"stream", "stream", &StreamFacts::kind},
+        {"name", "name", &StreamFacts::name},
+        {"author", "author", &StreamFacts::author},
+        {"scenes", "scenes", &StreamFacts::scenes},
+        {"paragraphs", "paragraphs", &StreamFacts::paragraphs},
+        {"textRuns", "text runs", &StreamFacts::textRuns},
+    };
+    return fields;
+}
+
+// One row of CSV has no place for the streams and scenes themselves: it counts them.
+template <>
+const Fields<StoryFacts>& FieldsOf<StoryFacts>() {
+    static const Fields<StoryFacts> fields = {
+        {"format", nullptr, [](const StoryFacts& facts) { return FormatWord(facts.format); }, Shown::InJson},
+        Field<StoryFacts>("titlePage", nullptr, TitlePageOf, Shown::InJson).WhereTold(),
+        {"report", nullptr, VersionReport, Shown::InJson},
+        {"storyVersion", nullptr, &StoryFacts::version},
+        {"documentVersion", nullptr, &StoryFacts::documentVersion},
+        {"documentType", nullptr, &StoryFacts::documentType},
+        {"template", nullptr, &StoryFacts::templateName},
+        {"metaData", nullptr, &StoryFacts::metaData, Shown::InJson},
+        {"tags", nullptr, &StoryFacts::tags, Shown::InJson},
+        {"characters", nullptr, &StoryFacts::characters, Shown::InJson},
+        {"streams", nullptr, &StoryFacts::streams, Shown::InJson},
+        {"scenes", nullptr, &StoryFacts::scenes, Shown::InJson},
+        {"streams", nullptr, [](const StoryFacts& facts) { return facts.streams.size(); }, Shown::InTables},
+        {"scenes", nullptr, [](const StoryFacts& facts) { return facts.scenes.size(); }, Shown::InTables},
+        {"paragraphs", nullptr, [](const StoryFacts& facts) { return Total(facts.streams, &StreamFacts::paragraphs); },
+         Shown::InTables},
+        {"textRuns", nullptr, [](const StoryFacts& facts) { return Total(facts.streams, &StreamFacts::textRuns); },
+         Shown::InTables},
+        {"characters", nullptr, &StoryFacts::characters, Shown::InTables},
+        {"tags", nullptr, [](const StoryFacts& facts) { return facts.tags.size(); }, Shown::InTables},
+    };
+    return fields;
+}
+
+namespace {
 
 std::string Labelled(const char* label, const std::string& value) {
     return value.empty() ? "" : fmt::format("{:<14}{}\n", label, value);
@@ -122,63 +173,12 @@ std::string AsText(const StoryFacts& facts) {
         text += "\nmetadata\n" + SafeLines(facts.metaData) + '\n';
     }
     if (!facts.streams.empty()) {
-        text += '\n' + StreamTable(facts.streams).AsText();
+        text += '\n' + RecordTable(facts.streams).AsText();
     }
     if (!facts.scenes.empty()) {
-        text += '\n' + SceneTable(facts.scenes).AsText();
+        text += '\n' + RecordTable(facts.scenes).AsText();
     }
     return text;
-}
-
-Json StreamJson(const std::vector<StreamFacts>& streams) {
-    Json rows = Json::array();
-    for (const StreamFacts& stream : streams) {
-        rows.push_back({{"stream", stream.kind},
-                        {"name", stream.name},
-                        {"author", stream.author},
-                        {"scenes", stream.scenes},
-                        {"paragraphs", stream.paragraphs},
-                        {"textRuns", stream.textRuns}});
-    }
-    return rows;
-}
-
-std::string AsJson(const StoryFacts& facts) {
-    Json document = JsonDocument("info", 1);
-    document["format"] = FormatWord(facts.format);
-    for (const auto& [key, value] : facts.titlePage) {
-        document["titlePage"].push_back({{"key", key}, {"value", value}});
-    }
-    document["report"] = VersionReport(facts);
-    document["storyVersion"] = facts.version;
-    document["documentVersion"] = facts.documentVersion;
-    document["documentType"] = facts.documentType;
-    document["template"] = facts.templateName;
-    document["metaData"] = facts.metaData;
-    document["tags"] = facts.tags;
-    document["characters"] = facts.characters;
-    document["streams"] = StreamJson(facts.streams);
-    document["scenes"] = SceneJson(facts.scenes);
-    return JsonText(document);
-}
-
-std::string AsCsv(const StoryFacts& facts) {
-    Table table({{"story_version", ""},
-                 {"document_version", ""},
-                 {"document_type", ""},
-                 {"template", ""},
-                 {"streams", ""},
-                 {"scenes", ""},
-                 {"paragraphs", ""},
-                 {"text_runs", ""},
-                 {"characters", ""},
-                 {"tags", ""}});
-    table.AddRow({facts.version, facts.documentVersion, facts.documentType, facts.templateName,
-                  std::to_string(facts.streams.size()), std::to_string(facts.scenes.size()),
-                  std::to_string(Total(facts.streams, &StreamFacts::paragraphs)),
-                  std::to_string(Total(facts.streams, &StreamFacts::textRuns)), std::to_string(facts.characters),
-                  std::to_string(facts.tags.size())});
-    return table.AsCsv();
 }
 
 } // namespace
@@ -187,8 +187,13 @@ int RunInfo(const InfoOptions& options, Output& output) {
     const Story story = ReadStory(options.story);
     const StoryFacts facts = Describe(story);
     output.Result(InFormat(
-        options.format, [&] { return AsText(facts); }, [&] { return AsJson(facts); }, [&] { return AsCsv(facts); }));
+        options.format, [&] { return AsText(facts); }, [&] { return DocumentText("info", facts); },
+        [&] { return RecordTable(std::vector{facts}).AsCsv(); }));
     return kDone;
+}
+
+Json InfoSchema() {
+    return DocumentSchema<StoryFacts>("info");
 }
 
 } // namespace zonstory

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "output/Format.h"
+#include "output/Json.h"
 #include "output/Output.h"
 #include "story/StoryReader.h"
 
@@ -18,5 +19,8 @@ struct InfoOptions {
 /// @return An ExitCode.
 /// @throws zonscreenplay::ReadError
 int RunInfo(const InfoOptions& options, Output& output);
+
+/// The JSON Schema of its document.
+Json InfoSchema();
 
 } // namespace zonstory

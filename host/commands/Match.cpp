@@ -1,14 +1,14 @@
 #include "commands/Match.h"
 
-#include <algorithm>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include <fmt/format.h>
-#include <nlohmann/json.hpp>
 
 #include "commands/Toolkit.h"
-#include "output/Json.h"
+#include "output/Record.h"
 #include "output/SafeText.h"
-#include "output/Table.h"
 
 namespace zonstory {
 
@@ -47,14 +47,6 @@ std::string SceneText(const ClipMatch& match, const SceneNumbers& story, const S
     return match.decision.scene ? names.Name(*match.decision.scene, story) : "";
 }
 
-std::string Joined(const std::vector<std::string>& parts, const char* separator) {
-    std::string joined;
-    for (const std::string& part : parts) {
-        joined += (joined.empty() ? "" : separator) + part;
-    }
-    return joined;
-}
-
 std::vector<std::string> Candidates(const ClipMatch& match, const SceneNumbers& story, const SceneNames& names) {
     std::vector<std::string> candidates;
     for (const std::size_t scene : match.decision.between) {
@@ -87,94 +79,169 @@ std::string AsText(const ClipMatches& matches, const SceneNames& names) {
     return table.AsText();
 }
 
-std::string AsCsv(const ClipMatches& matches, const SceneNames& names) {
-    Table table({{"clip", ""},
-                 {"scene", ""},
-                 {"take", ""},
-                 {"verdict", ""},
-                 {"confidence", ""},
-                 {"source", ""},
-                 {"evidence", ""},
-                 {"candidates", ""},
-                 {"reason", ""},
-                 {"disagreeing", ""}});
-    for (const ClipMatch& match : matches.clips) {
-        if (match.clip.refusal.empty()) {
-            const Decision& decision = match.decision;
-            table.AddRow({match.clip.path.string(), SceneText(match, matches.story, names), decision.take,
-                          std::string(Name(decision.verdict)), Sureness(match),
-                          decision.evidence ? std::string(Name(decision.evidence->source)) : "",
-                          EvidenceText(match, matches.story), Joined(Candidates(match, matches.story, names), " "),
-                          decision.reason, Joined(Dissent(match, matches.story), "; ")});
-        }
-    }
-    return table.AsCsv();
-}
+struct EvidenceRecord {
+    std::string source;
+    std::string text;
+    std::string where;
+    std::string rule;
+    std::string said;
+    std::string setUp;
+    bool exact = false;
+    std::string take;
+    std::string confidence;
+    std::vector<std::string> scenes;
+};
 
-Json EvidenceJson(const Evidence& evidence, const SceneNumbers& story, const SceneNames& names) {
-    Json scenes = Json::array();
+struct LogRow {
+    std::string where;
+    Json fields;
+};
+
+struct MatchRecord {
+    std::string clip;
+    std::string verdict;
+    std::optional<std::string> scene;
+    std::optional<std::size_t> position;
+    std::string take;
+    std::string confidence;
+    std::vector<std::string> candidates;
+    std::string reason;
+    std::optional<EvidenceRecord> evidence;
+    std::vector<EvidenceRecord> disagreeing;
+    std::vector<LogRow> log;
+    std::string explained; ///< The evidence in words.
+    std::vector<std::string> dissent;
+};
+
+struct MatchDocument {
+    std::vector<MatchRecord> clips;
+};
+
+EvidenceRecord RecordOf(const Evidence& evidence, const SceneNumbers& story, const SceneNames& names) {
+    std::vector<std::string> scenes;
     for (const std::size_t scene : evidence.scenes) {
         scenes.push_back(names.Name(scene, story));
     }
-    return {{"source", Name(evidence.source)},
-            {"text", JsonString(evidence.text)},
-            {"where", JsonString(evidence.where)},
-            {"rule", Describe(evidence.rule)},
-            {"said", JsonString(evidence.said)},
-            {"setUp", evidence.setUp},
-            {"exact", evidence.fit == SceneNumbers::Fit::Exact},
-            {"take", JsonString(evidence.take)},
-            {"confidence", Name(evidence.confidence)},
-            {"scenes", std::move(scenes)}};
+    return {std::string(Name(evidence.source)),
+            evidence.text,
+            evidence.where,
+            std::string(Describe(evidence.rule)),
+            evidence.said,
+            evidence.setUp,
+            evidence.fit == SceneNumbers::Fit::Exact,
+            evidence.take,
+            std::string(Name(evidence.confidence)),
+            std::move(scenes)};
 }
 
-Json LogRowJson(const std::vector<std::pair<std::string, std::string>>& fields) {
+LogRow RecordOf(const std::vector<std::pair<std::string, std::string>>& fields) {
     Json columns = Json::object();
     for (std::size_t column = 1; column < fields.size(); ++column) {
         columns[ValidUTF8(fields[column].first)] = JsonString(fields[column].second);
     }
-    return {{"where", JsonString(fields.front().second)}, {"fields", std::move(columns)}};
+    return {fields.front().second, std::move(columns)};
 }
 
-Json MatchJson(const ClipMatch& match, const SceneNumbers& story, const SceneNames& names) {
+MatchRecord RecordOf(const ClipMatch& match, const SceneNumbers& story, const SceneNames& names) {
     const Decision& decision = match.decision;
-    Json disagreeing = Json::array();
+    MatchRecord record;
+    record.clip = match.clip.path.string();
+    record.verdict = Name(decision.verdict);
+    if (decision.scene) {
+        record.scene = names.Name(*decision.scene, story);
+        record.position = *decision.scene + 1;
+    }
+    record.take = decision.take;
+    record.confidence = Sureness(match);
+    record.candidates = Candidates(match, story, names);
+    record.reason = decision.reason;
+    if (decision.evidence) {
+        record.evidence = RecordOf(*decision.evidence, story, names);
+    }
     for (const Evidence& evidence : decision.disagreeing) {
-        disagreeing.push_back(EvidenceJson(evidence, story, names));
+        record.disagreeing.push_back(RecordOf(evidence, story, names));
     }
-    Json logRows = Json::array();
     for (const auto& fields : match.logRows) {
-        logRows.push_back(LogRowJson(fields));
+        record.log.push_back(RecordOf(fields));
     }
-    return {{"clip", JsonString(match.clip.path.string())},
-            {"verdict", Name(decision.verdict)},
-            {"scene", decision.scene ? Json(names.Name(*decision.scene, story)) : Json()},
-            {"position", decision.scene ? Json(*decision.scene + 1) : Json()},
-            {"take", JsonString(decision.take)},
-            {"confidence", Sureness(match)},
-            {"candidates", Candidates(match, story, names)},
-            {"reason", JsonString(decision.reason)},
-            {"evidence", decision.evidence ? EvidenceJson(*decision.evidence, story, names) : Json()},
-            {"disagreeing", std::move(disagreeing)},
-            {"log", std::move(logRows)}};
+    record.explained = EvidenceText(match, story);
+    record.dissent = Dissent(match, story);
+    return record;
 }
 
-std::string AsJson(const ClipMatches& matches, const SceneNames& names) {
-    Json clips = Json::array();
+MatchDocument DocumentOf(const ClipMatches& matches, const SceneNames& names) {
+    MatchDocument document;
     for (const ClipMatch& match : matches.clips) {
         if (match.clip.refusal.empty()) {
-            clips.push_back(MatchJson(match, matches.story, names));
+            document.clips.push_back(RecordOf(match, matches.story, names));
         }
     }
-    Json document = JsonDocument("match", 1);
-    document["clips"] = std::move(clips);
-    return JsonText(document);
+    return document;
 }
+
+} // namespace
+
+template <>
+const Fields<EvidenceRecord>& FieldsOf<EvidenceRecord>() {
+    static const Fields<EvidenceRecord> fields = {
+        {"source", nullptr, &EvidenceRecord::source},
+        {"text", nullptr, &EvidenceRecord::text},
+        {"where", nullptr, &EvidenceRecord::where},
+        {"rule", nullptr, &EvidenceRecord::rule},
+        {"said", nullptr, &EvidenceRecord::said},
+        {"setUp", nullptr, &EvidenceRecord::setUp},
+        {"exact", nullptr, &EvidenceRecord::exact},
+        {"take", nullptr, &EvidenceRecord::take},
+        {"confidence", nullptr, &EvidenceRecord::confidence},
+        {"scenes", nullptr, &EvidenceRecord::scenes},
+    };
+    return fields;
+}
+
+template <>
+const Fields<LogRow>& FieldsOf<LogRow>() {
+    static const Fields<LogRow> fields = {{"where", nullptr, &LogRow::where}, {"fields", nullptr, &LogRow::fields}};
+    return fields;
+}
+
+// In CSV the scene stands beside the clip, where `write --map` looks for it, and evidence is told in words.
+template <>
+const Fields<MatchRecord>& FieldsOf<MatchRecord>() {
+    static const Fields<MatchRecord> fields = {
+        {"clip", nullptr, &MatchRecord::clip},
+        {"scene", nullptr, &MatchRecord::scene, Shown::InTables},
+        {"take", nullptr, &MatchRecord::take, Shown::InTables},
+        {"verdict", nullptr, &MatchRecord::verdict},
+        {"scene", nullptr, &MatchRecord::scene, Shown::InJson},
+        {"position", nullptr, &MatchRecord::position, Shown::InJson},
+        {"take", nullptr, &MatchRecord::take, Shown::InJson},
+        {"confidence", nullptr, &MatchRecord::confidence},
+        {"source", nullptr, [](const MatchRecord& record) { return record.evidence ? record.evidence->source : ""; },
+         Shown::InTables},
+        {"evidence", nullptr, &MatchRecord::explained, Shown::InTables},
+        {"candidates", nullptr, &MatchRecord::candidates, Shown::Everywhere, " "},
+        {"reason", nullptr, &MatchRecord::reason},
+        {"evidence", nullptr, &MatchRecord::evidence, Shown::InJson},
+        {"disagreeing", nullptr, &MatchRecord::disagreeing, Shown::InJson},
+        {"disagreeing", nullptr, &MatchRecord::dissent, Shown::InTables, "; "},
+        {"log", nullptr, &MatchRecord::log, Shown::InJson},
+    };
+    return fields;
+}
+
+template <>
+const Fields<MatchDocument>& FieldsOf<MatchDocument>() {
+    static const Fields<MatchDocument> fields = {{"clips", nullptr, &MatchDocument::clips}};
+    return fields;
+}
+
+namespace {
 
 std::string AsFormat(Format format, const ClipMatches& matches, const SceneNames& names) {
     return InFormat(
-        format, [&] { return AsText(matches, names); }, [&] { return AsJson(matches, names); },
-        [&] { return AsCsv(matches, names); });
+        format, [&] { return AsText(matches, names); },
+        [&] { return DocumentText("match", DocumentOf(matches, names)); },
+        [&] { return RecordTable(DocumentOf(matches, names).clips).AsCsv(); });
 }
 
 } // namespace
@@ -193,6 +260,10 @@ int RunMatch(const MatchOptions& options, Output& output) {
     output.Result(AsFormat(options.format, matches, SceneNames(scenes)));
     output.Note(Summary(matches));
     return ExitCodeOf(matches);
+}
+
+Json MatchSchema() {
+    return DocumentSchema<MatchDocument>("match");
 }
 
 } // namespace zonstory

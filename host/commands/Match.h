@@ -6,6 +6,7 @@
 #include "clip/Clip.h"
 #include "commands/ClipMatching.h"
 #include "output/Format.h"
+#include "output/Json.h"
 #include "output/Output.h"
 #include "story/StoryReader.h"
 
@@ -25,5 +26,8 @@ struct MatchOptions {
 /// @return An ExitCode; kUnmatched when a clip has no answer.
 /// @throws zonscreenplay::ReadError, CsvError
 int RunMatch(const MatchOptions& options, Output& output);
+
+/// The JSON Schema of its document.
+Json MatchSchema();
 
 } // namespace zonstory

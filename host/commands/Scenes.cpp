@@ -1,24 +1,35 @@
 #include "commands/Scenes.h"
 
-#include <nlohmann/json.hpp>
-
-#include "commands/SceneTable.h"
+#include "commands/SceneFields.h"
 #include "output/ExitCode.h"
 
 namespace zonstory {
 
+namespace {
+
+struct ScenesDocument {
+    std::vector<SceneFacts> scenes;
+};
+
+} // namespace
+
+template <>
+const Fields<ScenesDocument>& FieldsOf<ScenesDocument>() {
+    static const Fields<ScenesDocument> fields = {{"scenes", nullptr, &ScenesDocument::scenes}};
+    return fields;
+}
+
 int RunScenes(const ScenesOptions& options, Output& output) {
     const Story story = ReadStory(options.story);
-    const std::vector<SceneFacts> scenes = DescribeScenes(story);
-    if (options.format == Format::Json) {
-        Json document = JsonDocument("scenes", 1);
-        document["scenes"] = SceneJson(scenes);
-        output.Result(JsonText(document));
-    } else {
-        const Table table = SceneTable(scenes);
-        output.Result(options.format == Format::Csv ? table.AsCsv() : table.AsText());
-    }
+    const ScenesDocument document = {DescribeScenes(story)};
+    output.Result(InFormat(
+        options.format, [&] { return RecordTable(document.scenes).AsText(); },
+        [&] { return DocumentText("scenes", document); }, [&] { return RecordTable(document.scenes).AsCsv(); }));
     return kDone;
+}
+
+Json ScenesSchema() {
+    return DocumentSchema<ScenesDocument>("scenes");
 }
 
 } // namespace zonstory

@@ -1,19 +1,38 @@
 #include "commands/Show.h"
 
 #include <fmt/format.h>
-#include <nlohmann/json.hpp>
 
 #include "commands/ClipScene.h"
 #include "commands/ClipSelection.h"
 #include "commands/Toolkit.h"
 #include "output/ExitCode.h"
-#include "output/Json.h"
+#include "output/Record.h"
 #include "output/SafeText.h"
-#include "output/Table.h"
 
 namespace zonstory {
 
 namespace {
+
+struct ShowDocument {
+    std::vector<ClipScene> clips;
+};
+
+struct Duration {
+    std::string value;
+    std::string scale;
+};
+
+Duration DurationOf(const ClipScene& scene) {
+    return {scene.durationValue, scene.durationScale};
+}
+
+std::vector<std::string> Speeches(const ClipScene& scene) {
+    std::vector<std::string> speeches;
+    for (const ClipScene::Speech& speech : scene.dialogue) {
+        speeches.push_back(speech.character + ": " + speech.dialogue);
+    }
+    return speeches;
+}
 
 const char* TargetWord(const ClipScene& scene) {
     return scene.target == Target::Inside ? "inside" : "sidecar";
@@ -38,8 +57,8 @@ std::string AsText(const ClipScene& scene) {
                          Labelled("shot name", scene.shotName) + Labelled("shot number", scene.shotNumber) +
                          Labelled("duration", DurationText(scene)) + Labelled("action", scene.action);
     const char* label = "dialogue";
-    for (const ClipScene::Speech& speech : scene.dialogue) {
-        fields += Labelled(label, speech.character + ": " + speech.dialogue);
+    for (const std::string& speech : Speeches(scene)) {
+        fields += Labelled(label, speech);
         label = "";
     }
     const std::string source =
@@ -55,56 +74,50 @@ std::string AsText(const std::vector<ClipScene>& scenes) {
     return text;
 }
 
-std::string AsJson(const std::vector<ClipScene>& scenes) {
-    Json rows = Json::array();
-    for (const ClipScene& scene : scenes) {
-        Json dialogue = Json::array();
-        for (const ClipScene::Speech& speech : scene.dialogue) {
-            dialogue.push_back({{"character", speech.character}, {"dialogue", speech.dialogue}});
-        }
-        rows.push_back({{"clip", JsonString(scene.clip)},
-                        {"target", TargetWord(scene)},
-                        {"file", JsonString(scene.file)},
-                        {"scene", scene.scene},
-                        {"setting", scene.setting},
-                        {"location", scene.location},
-                        {"timeOfDay", scene.timeOfDay},
-                        {"shotName", scene.shotName},
-                        {"shotNumber", scene.shotNumber},
-                        {"duration", {{"value", scene.durationValue}, {"scale", scene.durationScale}}},
-                        {"action", scene.action},
-                        {"dialogue", std::move(dialogue)}});
-    }
-    Json document = JsonDocument("show", 1);
-    document["clips"] = std::move(rows);
-    return JsonText(document);
+} // namespace
+
+template <>
+const Fields<ClipScene::Speech>& FieldsOf<ClipScene::Speech>() {
+    static const Fields<ClipScene::Speech> fields = {{"character", nullptr, &ClipScene::Speech::character},
+                                                     {"dialogue", nullptr, &ClipScene::Speech::dialogue}};
+    return fields;
 }
 
-std::string AsCsv(const std::vector<ClipScene>& scenes) {
-    Table table({{"clip", ""},
-                 {"target", ""},
-                 {"file", ""},
-                 {"scene", ""},
-                 {"setting", ""},
-                 {"location", ""},
-                 {"time_of_day", ""},
-                 {"shot_name", ""},
-                 {"shot_number", ""},
-                 {"duration_value", ""},
-                 {"duration_scale", ""},
-                 {"action", ""},
-                 {"dialogue", ""}});
-    for (const ClipScene& scene : scenes) {
-        std::string dialogue;
-        for (const ClipScene::Speech& speech : scene.dialogue) {
-            dialogue += (dialogue.empty() ? "" : "\n") + speech.character + ": " + speech.dialogue;
-        }
-        table.AddRow({scene.clip, TargetWord(scene), scene.file, scene.scene, scene.setting, scene.location,
-                      scene.timeOfDay, scene.shotName, scene.shotNumber, scene.durationValue, scene.durationScale,
-                      scene.action, dialogue});
-    }
-    return table.AsCsv();
+template <>
+const Fields<Duration>& FieldsOf<Duration>() {
+    static const Fields<Duration> fields = {{"value", nullptr, &Duration::value}, {"scale", nullptr, &Duration::scale}};
+    return fields;
 }
+
+template <>
+const Fields<ClipScene>& FieldsOf<ClipScene>() {
+    static const Fields<ClipScene> fields = {
+        {"clip", nullptr, &ClipScene::clip},
+        {"target", nullptr, TargetWord},
+        {"file", nullptr, &ClipScene::file},
+        {"scene", nullptr, &ClipScene::scene},
+        {"setting", nullptr, &ClipScene::setting},
+        {"location", nullptr, &ClipScene::location},
+        {"timeOfDay", nullptr, &ClipScene::timeOfDay},
+        {"shotName", nullptr, &ClipScene::shotName},
+        {"shotNumber", nullptr, &ClipScene::shotNumber},
+        {"duration", nullptr, DurationOf, Shown::InJson},
+        {"durationValue", nullptr, &ClipScene::durationValue, Shown::InTables},
+        {"durationScale", nullptr, &ClipScene::durationScale, Shown::InTables},
+        {"action", nullptr, &ClipScene::action},
+        {"dialogue", nullptr, &ClipScene::dialogue, Shown::InJson},
+        {"dialogue", nullptr, Speeches, Shown::InTables, "\n"},
+    };
+    return fields;
+}
+
+template <>
+const Fields<ShowDocument>& FieldsOf<ShowDocument>() {
+    static const Fields<ShowDocument> fields = {{"clips", nullptr, &ShowDocument::clips}};
+    return fields;
+}
+
+namespace {
 
 void RefuseIfUnfit(const SelectedClip& clip) {
     if (!clip.refusal.empty()) {
@@ -116,20 +129,25 @@ void RefuseIfUnfit(const SelectedClip& clip) {
 
 int RunShow(const ShowOptions& options, Output& output) {
     const Toolkit toolkit;
-    std::vector<ClipScene> scenes;
+    ShowDocument document;
     int exitCode = kDone;
     for (const SelectedClip& clip : SelectClips(options.clips, options.recursive)) {
         try {
             RefuseIfUnfit(clip);
-            scenes.push_back(ReadClipScene(clip.path, options.clip));
+            document.clips.push_back(ReadClipScene(clip.path, options.clip));
         } catch (const std::exception& error) {
             output.Error(clip.path.string() + ": " + error.what());
             exitCode = kSomeFailed;
         }
     }
     output.Result(InFormat(
-        options.format, [&] { return AsText(scenes); }, [&] { return AsJson(scenes); }, [&] { return AsCsv(scenes); }));
+        options.format, [&] { return AsText(document.clips); }, [&] { return DocumentText("show", document); },
+        [&] { return RecordTable(document.clips).AsCsv(); }));
     return exitCode;
+}
+
+Json ShowSchema() {
+    return DocumentSchema<ShowDocument>("show");
 }
 
 } // namespace zonstory

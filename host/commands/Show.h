@@ -5,6 +5,7 @@
 
 #include "clip/Clip.h"
 #include "output/Format.h"
+#include "output/Json.h"
 #include "output/Output.h"
 
 namespace zonstory {
@@ -19,5 +20,8 @@ struct ShowOptions {
 /// Prints what each clip carries.
 /// @return An ExitCode; kSomeFailed when a clip could not be read.
 int RunShow(const ShowOptions& options, Output& output);
+
+/// The JSON Schema of its document.
+Json ShowSchema();
 
 } // namespace zonstory

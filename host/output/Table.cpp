@@ -47,6 +47,15 @@ void AppendCell(const Cell& cell, Align align, std::size_t width, std::string& t
 
 } // namespace
 
+std::string CsvName(std::string_view name) {
+    std::string words;
+    for (const char letter : name) {
+        const bool isCapital = letter >= 'A' && letter <= 'Z';
+        words.append(isCapital ? 1 : 0, '_').push_back(isCapital ? static_cast<char>(letter - 'A' + 'a') : letter);
+    }
+    return words;
+}
+
 Table::Table(std::vector<Column> columns) : mColumns(std::move(columns)) {}
 
 void Table::AddRow(std::vector<std::string> cells) {

@@ -1,11 +1,15 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace zonstory {
 
 enum class Align { Left, Right };
+
+/// The name of a column whose field is called so in JSON: "time_of_day" of "timeOfDay".
+std::string CsvName(std::string_view name);
 
 struct Column {
     std::string name;  ///< In CSV: one word.

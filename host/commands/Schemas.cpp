@@ -1,0 +1,28 @@
+#include "commands/Schemas.h"
+
+#include <nlohmann/json.hpp>
+
+#include "commands/Characters.h"
+#include "commands/Check.h"
+#include "commands/ClipReport.h"
+#include "commands/Coverage.h"
+#include "commands/Info.h"
+#include "commands/Match.h"
+#include "commands/Scenes.h"
+#include "commands/Show.h"
+
+namespace zonstory {
+
+std::vector<std::pair<std::string, std::string>> Schemas() {
+    const std::pair<std::string, Json (*)()> documents[] = {
+        {"characters", CharactersSchema}, {"check", CheckSchema},   {"coverage", CoverageSchema}, {"info", InfoSchema},
+        {"match", MatchSchema},           {"report", ReportSchema}, {"scenes", ScenesSchema},     {"show", ShowSchema},
+    };
+    std::vector<std::pair<std::string, std::string>> schemas;
+    for (const auto& [name, schema] : documents) {
+        schemas.emplace_back(name + ".schema.json", JsonText(schema()));
+    }
+    return schemas;
+}
+
+} // namespace zonstory
