@@ -22,9 +22,9 @@ screenplay/formats   : source xml storyfile fdx fountain
 host/text     :
 host/files    :
 host/output   : text files
-host/story    : output text files
-host/clip     : output story text files
-host/match    : output story clip text files
+host/story    : text
+host/clip     : text files
+host/match    : output text
 host/commands : output story clip match text files
 host/cli      : output story clip match commands text files
 '

@@ -51,9 +51,10 @@ done < <(find "$work/README.md" -name '*.plain' -exec grep -h '^\$ ' {} +)
 grep -hE '^find_package' "$(find "$work/README.md" -name '*.cmake')" | sed 's/ *#.*//' | grep -qxFf - samples/CMakeLists.txt ||
     fail "README.md finds the package otherwise than the sample does"
 
-# "Held by the tests Suite, Test": both exist.
+# "Held by the tests Suite, Test": both exist; so does a row of a table, "row Name".
 while IFS= read -r name; do
-    grep -rqE "TEST(_[FP])?\($name,|TEST(_[FP])?\([A-Za-z]+, $name\)|TEST_SUITE_P\($name," tests || fail "a comment points to the tests $name, which are not there"
+    grep -rqE "TEST(_[FP])?\($name,|TEST(_[FP])?\([A-Za-z]+, $name\)|TEST_SUITE_P\($name,|\"${name#row }\"" tests ||
+        fail "a comment points to the tests $name, which are not there"
 done < <(git ls-files 'src/*' 'platform/*' 'include/*' 'screenplay/*' 'host/*' | xargs perl -0777 -ne '
     s/\n\s*\/\/\/? ?/ /g; while (/Held by the tests? ([^.]*)\./g) { print "$1\n" }' |
     sed -E 's/, the rows of| and /,/g' | tr ',' '\n' | sed -E 's/^ +| +$//g; /^$/d' | sort -u)
