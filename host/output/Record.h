@@ -232,7 +232,8 @@ Table RecordTable(const std::vector<Record>& records) {
 template <typename Record>
 std::string DocumentText(const char* name, const Record& record) {
     Json document = JsonDocument(name, 1);
-    for (auto& [member, value] : RecordJson(record).items()) {
+    Json members = RecordJson(record);
+    for (auto& [member, value] : members.items()) {
         document[member] = std::move(value);
     }
     return JsonText(document);
