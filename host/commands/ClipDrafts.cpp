@@ -1,7 +1,5 @@
 #include "commands/ClipDrafts.h"
 
-#include "story/SceneContent.h"
-
 namespace zonstory {
 
 using zonstoryparser::CarriedScene;
@@ -26,7 +24,7 @@ const char* DraftStateWord(DraftState state) {
 ClipDrafts::Draft::Draft(const zonstoryparser::Talewright& story)
     : scenes(SceneSelection(story).All()), texts(scenes.size()) {
     for (std::size_t index = 0; index < scenes.size(); ++index) {
-        numbers.push_back(zoncore::UTF16to8(NumberToWrite(*scenes[index].scene, scenes[index].position)));
+        numbers.push_back(zoncore::UTF16to8(NumberToWrite(scenes[index])));
         byNumber[numbers.back()].push_back(index);
     }
 }
