@@ -127,6 +127,7 @@ public:
 
 private:
     void Read(const Box& box, std::size_t depth);
+    bool ReadContainer(const Box& box, std::size_t depth);
     void ReadChildren(const Box& box, ByteRange content, std::size_t depth);
     void ReadTrack(const Box& box, std::size_t depth);
     void ReadFragment(const Box& box, std::size_t depth);
@@ -143,6 +144,8 @@ private:
     void ReadRandomAccess(const Box& box);
     void ReadSegments(const Box& box);
     void ReadItems(const Box& box);
+    void ReadExtents(const Box& box, Fields& fields, const PositionTable& position, std::uint64_t numberWidth,
+                     std::uint64_t lengthWidth);
 
     void Doubt(std::string reason) {
         if (mIndex.doubt.empty()) {
@@ -166,9 +169,17 @@ void IndexReader::Read(const Box& box, std::size_t depth) {
     if (box.type == FourCharacters("cmov")) {
         mIndex.isCompressed = true;
         Doubt("its index is compressed");
-    } else if (depth > kDeepest || (mTrack && box.type == FourCharacters("trak"))) {
-        DoubtBox(box);
-    } else if (box.type == FourCharacters("trak")) {
+        return;
+    }
+    const bool isKnown = depth <= kDeepest && (ReadContainer(box, depth) || ReadTable(box) ||
+                                               IsWithoutPositions(box.type) || IsXMPBox(mFile, box));
+    if (!isKnown) {
+        Doubt("its box " + NameOf(box.type) + " may hold positions that are not known");
+    }
+}
+
+bool IndexReader::ReadContainer(const Box& box, std::size_t depth) {
+    if (box.type == FourCharacters("trak")) {
         ReadTrack(box, depth);
     } else if (box.type == FourCharacters("moof")) {
         ReadFragment(box, depth);
@@ -178,9 +189,10 @@ void IndexReader::Read(const Box& box, std::size_t depth) {
         ReadMeta(box, depth);
     } else if (IsOneOf(kContainers, box.type)) {
         ReadChildren(box, box.Content(), depth);
-    } else if (!ReadTable(box) && !IsWithoutPositions(box.type) && !IsXMPBox(mFile, box)) {
-        DoubtBox(box);
+    } else {
+        return false;
     }
+    return true;
 }
 
 // What a box holds besides boxes may be anything, but the ways to the tables are sound or the file is not.
@@ -197,6 +209,10 @@ void IndexReader::ReadChildren(const Box& box, ByteRange content, std::size_t de
 }
 
 void IndexReader::ReadTrack(const Box& box, std::size_t depth) {
+    if (mTrack) {
+        DoubtBox(box); // a track within a track
+        return;
+    }
     mTrack.emplace();
     ReadChildren(box, box.Content(), depth);
     const Track track = *std::exchange(mTrack, std::nullopt);
@@ -375,6 +391,18 @@ void IndexReader::ReadSegments(const Box& box) {
     Add(box, fields, {0, count, 12, 4, begin, Form::Lengths});
 }
 
+// The parts of an item: a number, a position as the table says, and a length each.
+void IndexReader::ReadExtents(const Box& box, Fields& fields, const PositionTable& position, std::uint64_t numberWidth,
+                              std::uint64_t lengthWidth) {
+    for (std::uint64_t extents = fields.Take(2); extents > 0 && !fields.IsShort(); --extents) {
+        fields.Skip(numberWidth);
+        if (position.count > 0 && position.width > 0) {
+            Add(box, fields, position);
+        }
+        fields.Skip(position.width + lengthWidth);
+    }
+}
+
 void IndexReader::ReadItems(const Box& box) {
     Fields fields(mFile, box.Content());
     const std::uint64_t version = fields.Take(1);
@@ -400,14 +428,8 @@ void IndexReader::ReadItems(const Box& box) {
         if (isInFile && baseWidth != 0) {
             Add(box, baseField, {0, 1, baseWidth, baseWidth, 0, Form::FromBase});
         }
-        const std::uint64_t extents = fields.Take(2);
-        for (std::uint64_t extent = 0; extent < extents && !fields.IsShort(); ++extent) {
-            fields.Skip(numberWidth);
-            if (isInFile && offsetWidth != 0) {
-                Add(box, fields, {0, 1, offsetWidth, offsetWidth, base, Form::FromBase});
-            }
-            fields.Skip(offsetWidth + lengthWidth);
-        }
+        const PositionTable position{0, isInFile ? 1U : 0U, offsetWidth, offsetWidth, base, Form::FromBase};
+        ReadExtents(box, fields, position, numberWidth, lengthWidth);
     }
     if (fields.IsShort()) {
         DoubtBox(box);

@@ -41,7 +41,7 @@ std::uint64_t FieldOf(const PositionTable& table, std::uint64_t oldField, std::u
     if (!fits) {
         throw NoExactWay("a position in its index would overflow");
     }
-    return table.width == 8 ? field : field & ((std::uint64_t{1} << 8 * table.width) - 1);
+    return NumberAt(BigBytes(field, table.width).data(), table.width);
 }
 
 std::uint64_t Followed(std::optional<std::uint64_t> place) {
