@@ -21,6 +21,8 @@ using namespace fountain;
 using zonstoryparser::ElementType;
 using zonstoryparser::Paragraph;
 
+constexpr std::string_view kByteOrderMark = "\ufeff";
+
 std::string TextOf(const boost::intrusive_ptr<Paragraph>& paragraph) {
     zoncore::UString text;
     zonstoryparser::GetTextRuns(paragraph, text);
@@ -103,11 +105,13 @@ public:
         WriteTitlePage();
         const auto& document = mScreenplay.root->document;
         if (document && document->body && document->body->section) {
-            for (const auto& scene : document->body->section->scenes) {
-                WriteScene(*scene);
+            const auto& scenes = document->body->section->scenes;
+            for (const auto& scene : scenes) {
+                WriteScene(*scene, scenes.size() == 1);
             }
         }
-        return std::move(mText);
+        const bool beginsWithMark = mText.compare(0, kByteOrderMark.size(), kByteOrderMark) == 0;
+        return beginsWithMark ? "\n" + mText : std::move(mText); // a character of the script, not of the file
     }
 
 private:
@@ -128,10 +132,13 @@ private:
         }
     }
 
-    void WriteScene(const zonstoryparser::Scene& scene) {
+    // Text before the first heading stands without one, unless the reader would then take the whole for no screenplay.
+    void WriteScene(const zonstoryparser::Scene& scene, bool isOnlyScene) {
         const Content content = Gather(scene);
         const std::string number = InOneLine(zoncore::UTF16to8(scene.sceneNumber));
-        const bool isBeforeHeadings = mIsFirstScene && !content.pieces.empty();
+        const bool hasCue = std::any_of(content.pieces.begin(), content.pieces.end(),
+                                        [](const Piece& piece) { return piece.kind == zonstoryparser::kCharacter; });
+        const bool isBeforeHeadings = mIsFirstScene && !content.pieces.empty() && (hasCue || !isOnlyScene);
         if (!content.heading.empty() || !number.empty() || !isBeforeHeadings) {
             Begin();
             End(HeadingLine(InOneLine(content.heading), number));

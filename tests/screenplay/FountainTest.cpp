@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include "screenplay/Compact.h"
+#include "screenplay/StoryText.h"
 
 namespace {
 
@@ -123,6 +124,23 @@ TEST(FountainText, BeginsWithATitlePageOrWithout) {
     EXPECT_EQ(Compact(Read(WriteFountain(Read("\nINT. A\n\n!Title: x")))), "scene|heading: INT. A|action: Title: x");
     EXPECT_EQ(Compact(Read(WriteFountain(Read("!Title: x\n\nINT. A")))),
               "scene|action: Title: x|scene|heading: INT. A");
+}
+
+TEST(FountainText, CarriesAStoryFromElsewhere) {
+    const auto paragraph = [](const std::string& kind, const std::string& text) {
+        return "<paragraph element='" + kind + "'><textRun>" + text + "</textRun></paragraph>";
+    };
+    const std::string story = support::WithBody(
+        "<scene>" + paragraph("Dialog", "Lost.") + paragraph("Shot", "CLOSE") + "</scene><scene sceneNumber='1/2 a'>" +
+        paragraph("Action", "INT. X\n\n@y") + paragraph("SceneHeading", "a") + paragraph("SceneHeading", "AUSS. B\nC") +
+        paragraph("Character", "Jo ^") + paragraph("Parenthetical", "low") + paragraph("Dialog", "(Hi.)\n~") +
+        paragraph("Action", "JO") + paragraph("Dialog", "[[You]]?") + paragraph("Character", "BO") +
+        paragraph("Transition", "A &lt;") + paragraph("Parenthetical", "x") + "</scene><scene/>");
+    EXPECT_EQ(Compact(Read(WriteFountain(Read(story)))),
+              "scene|action: Lost.|action: CLOSE|scene 1/2 a|heading: AUSS. B C|action: INT. X//@y|action: a|cue: Jo ^"
+              "|parenthetical: (low)|dialogue: (Hi.)/~|action: JO|cue: Jo ^|dialogue: [[You]]?|cue: BO|transition: A "
+              "<|cue: BO"
+              "|parenthetical: (x)|scene");
 }
 
 TEST(FountainText, WarningsNameLinesOfTheFile) {
