@@ -11,9 +11,16 @@ namespace {
 constexpr std::size_t kNowhere = std::string::npos;
 constexpr std::size_t kMark = 2; // length of each that opens or closes
 
+std::size_t Count(std::string_view text, char byte) {
+    std::size_t count = 0;
+    for (std::size_t at = text.find(byte); at != kNowhere; at = text.find(byte, at + 1)) {
+        ++count;
+    }
+    return count;
+}
+
 std::size_t CountLineEnds(std::string_view text) {
-    return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n') +
-                                    std::count(text.begin(), text.end(), kLineEndMark));
+    return Count(text, '\n') + Count(text, kLineEndMark);
 }
 
 // A text that shrinks in place. What is kept moves to the front; what comes behind is still as it was.
