@@ -142,11 +142,11 @@ bool IsForcedHeading(std::string_view line) {
 }
 
 bool IsHeadingOfKnownSetting(std::string_view line) {
-    const std::size_t length = SettingLength(line);
-    if (length == 0 || HasSmallLetter(line)) {
-        return false;
+    if (HasSmallLetter(line)) {
+        return false; // first, for it tells most lines after a few characters
     }
-    return line[length - 1] == '.' || AnyOf(kBehindSettings, line.substr(length), StartsWith);
+    const std::size_t length = SettingLength(line);
+    return length > 0 && (line[length - 1] == '.' || AnyOf(kBehindSettings, line.substr(length), StartsWith));
 }
 
 bool IsHeadingInCapitals(std::string_view line) {
