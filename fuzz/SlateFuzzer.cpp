@@ -109,15 +109,17 @@ std::string OtherCase(std::string text) {
     return text;
 }
 
-void CheckName(const std::string& name) {
-    const std::vector<SlateReading> readings = ReadFileName(name, SlateStyle::Scene);
+void CheckName(const std::string& name, const SceneNumbers& story) {
+    const auto read = [&](const std::string& text, SlateStyle style) {
+        return StatePath(text, story, style).front().readings;
+    };
+    const std::vector<SlateReading> readings = read(name, SlateStyle::Scene);
     CheckReadings(readings, name);
-    CheckReadings(ReadFolderName(name, SlateStyle::Scene), name);
-    RequireSame(readings, ReadFileName(OtherCase(name), SlateStyle::Scene));
+    RequireSame(readings, read(OtherCase(name), SlateStyle::Scene));
     if (!name.empty() && WithoutMediaExtension(name) == name) {
-        RequireSame(readings, ReadFileName(name + ".mov", SlateStyle::Scene));
+        RequireSame(readings, read(name + ".mov", SlateStyle::Scene));
     }
-    for (const SlateReading& reading : ReadFileName(name, SlateStyle::Continuous)) {
+    for (const SlateReading& reading : read(name, SlateStyle::Continuous)) {
         REQUIRE(reading.rule == SlateRule::SceneWord);
     }
     const SlateNumber slate = ReadSlateNumber(name);
@@ -205,9 +207,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const SceneNumbers story(std::move(numbers));
     CheckStory(story);
 
-    std::vector<Statement> statements = StatePath(lines[0], SlateStyle::Scene);
+    std::vector<Statement> statements = StatePath(lines[0], story, SlateStyle::Scene);
     REQUIRE(!statements.empty() && statements.size() <= 5);
-    CheckName(statements.front().text);
+    CheckName(statements.front().text, story);
     CheckRivals(statements.front(), story);
     constexpr Source kFields[] = {Source::Log, Source::IXml, Source::Xmp};
     for (std::size_t field = 0; field < std::size(kFields); ++field) {

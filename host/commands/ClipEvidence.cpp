@@ -53,17 +53,12 @@ void AddXmp(ClipEvidence& evidence, const fs::path& clip, const ClipOptions& opt
 
 } // namespace
 
-ClipEvidence GatherEvidence(const fs::path& clip, const ClipOptions& options, SlateStyle style) {
+ClipEvidence GatherEvidence(const fs::path& clip, const ClipOptions& options) {
     ClipEvidence evidence;
     if (const auto ixml = IsSoundFile(clip) ? ReadIXml(clip) : std::nullopt) {
         AddField(evidence, Source::IXml, ixml->scene, ixml->take);
     }
     AddXmp(evidence, clip, options);
-    std::error_code ignored;
-    const fs::path absolute = fs::absolute(clip, ignored).lexically_normal(); // "." has its folder's name there
-    for (Statement& statement : StatePath(absolute.empty() ? clip.string() : absolute.string(), style)) {
-        evidence.statements.push_back(std::move(statement));
-    }
     return evidence;
 }
 

@@ -10,14 +10,14 @@
 
 namespace zonstory {
 
-/// What a clip says of its scene, without any log: the iXML of a sound file, its XMP, its name, its folders' names.
+/// What a clip itself says of its scene, beside its name: the iXML of a sound file, its XMP.
 struct ClipEvidence {
     std::vector<Statement> statements;
     std::string problem; ///< Why its XMP could not be read; empty when it was.
 };
 
-/// Reads, and changes nothing. A clip that cannot be read still says what its name says.
-ClipEvidence GatherEvidence(const std::filesystem::path& clip, const ClipOptions& options, SlateStyle style);
+/// Reads, and changes nothing.
+ClipEvidence GatherEvidence(const std::filesystem::path& clip, const ClipOptions& options);
 
 /// The number that a clip's XMP carries and the take beside it.
 struct CarriedScene {

@@ -13,6 +13,7 @@
 #include "files/ReadFile.h"
 #include "match/ClipLog.h"
 #include "match/LogIndex.h"
+#include "match/NamePatterns.h"
 #include "output/CsvReader.h"
 #include "output/ExitCode.h"
 
@@ -20,16 +21,17 @@ namespace zonstory {
 
 namespace {
 
-ClipLog ReadLogFile(const std::string& path) try {
-    return ReadClipLog(ReadFile(path), path);
+ClipLog ReadLogFile(const std::string& path, const GivenColumns& columns) try {
+    return ReadClipLog(ReadFile(path), path, columns);
 } catch (const FileError& error) {
     throw CsvError(path, 0, error.what());
 }
 
-std::vector<ClipLog> ReadLogFiles(const std::vector<std::string>& paths) {
+std::vector<ClipLog> ReadLogFiles(const MatchSettings& settings) {
     std::vector<ClipLog> logs;
-    logs.reserve(paths.size());
-    std::transform(paths.begin(), paths.end(), std::back_inserter(logs), ReadLogFile);
+    logs.reserve(settings.logs.size());
+    std::transform(settings.logs.begin(), settings.logs.end(), std::back_inserter(logs),
+                   [&](const std::string& path) { return ReadLogFile(path, settings.columns); });
     return logs;
 }
 
@@ -61,16 +63,36 @@ void WarnOfLogs(const LogIndex& index, Output& output) {
 }
 
 // On any thread.
-ClipEvidence Gather(const SelectedClip& clip, const ClipOptions& options, SlateStyle style) {
+ClipEvidence Gather(const SelectedClip& clip, const ClipOptions& options) {
     ClipEvidence evidence;
     try {
         if (clip.refusal.empty()) {
-            evidence = GatherEvidence(clip.path, options, style);
+            evidence = GatherEvidence(clip.path, options);
         }
     } catch (const std::exception& error) {
         evidence.problem = error.what();
     }
     return evidence;
+}
+
+using Statements = std::vector<Statement>;
+
+// What logs and the clips themselves say; problems are warnings.
+std::vector<Statements> GatherFields(const std::vector<SelectedClip>& clips, const LogIndex& index,
+                                     const ClipOptions& options, Output& output) {
+    std::vector<Statements> fields(clips.size());
+    const auto gather = [&](std::size_t at) { return Gather(clips[at], options); };
+    const auto add = [&](std::size_t at, ClipEvidence evidence) {
+        if (!evidence.problem.empty()) {
+            output.Warning(clips[at].path.string() + ": " + evidence.problem);
+        }
+        fields[at] = index.Statements(at);
+        std::move(evidence.statements.begin(), evidence.statements.end(), std::back_inserter(fields[at]));
+        output.Progress(fmt::format("{} of {} clips", at + 1, clips.size()));
+    };
+    ComputeInOrder<ClipEvidence>(clips.size(), std::thread::hardware_concurrency(), gather, add);
+    output.EndProgress();
+    return fields;
 }
 
 std::size_t Count(const ClipMatches& matches, Verdict verdict) {
@@ -97,30 +119,31 @@ SceneNumbers NumbersOf(const SceneSelection& scenes) {
 
 ClipMatches MatchClips(const SceneSelection& scenes, std::vector<SelectedClip> clips, const MatchSettings& settings,
                        const ClipOptions& options, Output& output) {
-    const std::vector<ClipLog> logs = ReadLogFiles(settings.logs);
-    const LogIndex index(logs, AbsolutePaths(clips), settings.slates);
+    const std::vector<ClipLog> logs = ReadLogFiles(settings);
+    const std::vector<std::string> paths = AbsolutePaths(clips);
+    const LogIndex index(logs, paths, settings.slates);
     WarnOfLogs(index, output);
-    ClipMatches matches = {NumbersOf(scenes), {}};
-    const auto gather = [&](std::size_t at) { return Gather(clips[at], options, settings.slates); };
-    const auto decide = [&](std::size_t at, ClipEvidence evidence) {
+    ClipMatches matches = {NumbersOf(scenes), {}, {}};
+    std::vector<Statements> fields = GatherFields(clips, index, options, output);
+    const NamePatterns names(paths, fields, matches.story, {settings.slates, settings.pattern});
+    matches.patterns = names.Lines();
+    for (const std::size_t odd : names.OddOnes()) {
+        output.Warning(clips[odd].path.string() + ": is called unlike all others around it");
+    }
+    for (std::size_t at = 0; at < clips.size(); ++at) {
         ClipMatch match;
         match.clip = std::move(clips[at]);
         if (match.clip.refusal.empty()) {
-            if (!evidence.problem.empty()) {
-                output.Warning(match.clip.path.string() + ": " + evidence.problem);
-            }
-            std::vector<Statement> statements = index.Statements(at);
-            std::move(evidence.statements.begin(), evidence.statements.end(), std::back_inserter(statements));
+            Statements statements = std::move(fields[at]);
+            const Statements more = names.Statements(at);
+            statements.insert(statements.end(), more.begin(), more.end());
             match.decision = Decide(statements, matches.story, settings.bar);
             for (const LogIndex::RowOfLog& source : index.Rows(at)) {
                 match.logRows.push_back(AllFields(source));
             }
         }
         matches.clips.push_back(std::move(match));
-        output.Progress(fmt::format("{} of {} clips", at + 1, clips.size()));
-    };
-    ComputeInOrder<ClipEvidence>(clips.size(), std::thread::hardware_concurrency(), gather, decide);
-    output.EndProgress();
+    }
     return matches;
 }
 

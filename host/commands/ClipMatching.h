@@ -1,11 +1,14 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "commands/ClipSelection.h"
 #include "match/Decision.h"
+#include "match/GivenPattern.h"
+#include "match/LogColumns.h"
 #include "output/Output.h"
 #include "story/SceneSelection.h"
 
@@ -13,7 +16,9 @@ namespace zonstory {
 
 /// How clips are matched to scenes; what `match` and `write --match` have in common.
 struct MatchSettings {
-    std::vector<std::string> logs; ///< Files.
+    std::vector<std::string> logs;       ///< Files.
+    GivenColumns columns;                ///< Names of theirs that nobody here knows.
+    std::optional<GivenPattern> pattern; ///< Of the clips' names, where the user says it.
     SlateStyle slates = SlateStyle::Scene;
     Confidence bar = Confidence::Medium;
 };
@@ -30,6 +35,7 @@ struct ClipMatch {
 struct ClipMatches {
     SceneNumbers story;
     std::vector<ClipMatch> clips;
+    std::vector<std::string> patterns; ///< "41 names like 12A-3: scene, set-up, take".
 };
 
 /// The numbers of a story's scenes, in its order.

@@ -10,6 +10,7 @@
 #include "commands/Toolkit.h"
 #include "match/ClipStatements.h"
 #include "match/Coverage.h"
+#include "match/NamePatterns.h"
 #include "output/ExitCode.h"
 #include "output/Record.h"
 #include "output/SafeText.h"
@@ -20,14 +21,25 @@ namespace {
 
 using Records = std::vector<CoverageRecord>;
 
-// The clip's own word, else its name's where that agrees on the scene.
-std::string TakeOf(const CarriedScene& carried, const std::string& path, const SceneNumbers& story) {
-    if (!carried.take.empty() || carried.scene.empty()) {
-        return carried.take;
+// The clips' names say the takes that the clips do not, where they agree on the scene.
+void AddTakes(Records& records, const SceneNumbers& story) {
+    std::vector<std::string> paths;
+    std::vector<std::vector<Statement>> carried;
+    for (const CoverageRecord& record : records) {
+        paths.push_back(record.clip);
+        carried.emplace_back();
+        if (!record.scene.empty()) {
+            carried.back().push_back(StateField(Source::Xmp, record.scene, record.take));
+        }
     }
-    std::vector<Statement> statements = StatePath(path, SlateStyle::Scene);
-    statements.push_back(StateField(Source::Xmp, carried.scene, ""));
-    return Decide(statements, story, Confidence::Low).take;
+    const NamePatterns names(paths, carried, story, {});
+    for (std::size_t at = 0; at < records.size(); ++at) {
+        std::vector<Statement> statements = names.Statements(at);
+        statements.insert(statements.end(), carried[at].begin(), carried[at].end());
+        if (records[at].take.empty() && !carried[at].empty()) {
+            records[at].take = Decide(statements, story, Confidence::Low).take;
+        }
+    }
 }
 
 // Adds a record for each clip that can be read.
@@ -40,12 +52,13 @@ bool ReadRecords(const CoverageOptions& options, const SceneNumbers& story, Reco
                 throw ClipError(clip.refusal);
             }
             const CarriedScene carried = ReadCarriedScene(clip.path, options.clip);
-            records.push_back({path, carried.scene, TakeOf(carried, path, story)});
+            records.push_back({path, carried.scene, carried.take});
         } catch (const std::exception& error) {
             output.Error(path + ": " + error.what());
             allRead = false;
         }
     }
+    AddTakes(records, story);
     return allRead;
 }
 

@@ -115,6 +115,7 @@ struct MatchRecord {
 
 struct MatchDocument {
     std::vector<MatchRecord> clips;
+    std::vector<std::string> patterns; ///< "41 names like 12A-3: scene, set-up, take".
 };
 
 EvidenceRecord RecordOf(const Evidence& evidence, const SceneNumbers& story, const SceneNames& names) {
@@ -176,6 +177,7 @@ MatchDocument DocumentOf(const ClipMatches& matches, const SceneNames& names) {
             document.clips.push_back(RecordOf(match, matches.story, names));
         }
     }
+    document.patterns = matches.patterns;
     return document;
 }
 
@@ -231,7 +233,8 @@ const Fields<MatchRecord>& FieldsOf<MatchRecord>() {
 
 template <>
 const Fields<MatchDocument>& FieldsOf<MatchDocument>() {
-    static const Fields<MatchDocument> fields = {{"clips", nullptr, &MatchDocument::clips}};
+    static const Fields<MatchDocument> fields = {{"clips", nullptr, &MatchDocument::clips},
+                                                 {"patterns", nullptr, &MatchDocument::patterns}};
     return fields;
 }
 
@@ -258,6 +261,9 @@ int RunMatch(const MatchOptions& options, Output& output) {
         }
     }
     output.Result(AsFormat(options.format, matches, SceneNames(scenes)));
+    for (const std::string& pattern : matches.patterns) {
+        output.Note(SafeLine(pattern));
+    }
     output.Note(Summary(matches));
     return ExitCodeOf(matches);
 }

@@ -88,7 +88,8 @@ ClipLog ReadAvidLog(std::string_view text, const std::string& name) {
 struct Header {
     std::size_t line = 0; ///< 0 when there is none.
     char delimiter = ',';
-    std::string_view rest; ///< The text from the header on.
+    std::string_view rest;           ///< The text from the header on.
+    std::vector<std::string> titles; ///< Without a header: the first line that could be one.
 };
 
 std::vector<std::string> SplitTitles(std::string_view line, char delimiter) {
@@ -99,24 +100,37 @@ std::vector<std::string> SplitTitles(std::string_view line, char delimiter) {
     return titles;
 }
 
-Header FindHeader(std::string_view text) {
+Header FindHeader(std::string_view text, const GivenColumns& given) {
+    Header none;
     Lines lines(text);
     std::string_view before = text;
     for (std::string_view line; lines.Number() < kMostHeadingLines && lines.Next(line); before = lines.Rest()) {
         for (const char delimiter : kCsvDelimiters) {
-            if (line.find(delimiter) != std::string_view::npos &&
-                FindLogColumns(SplitTitles(line, delimiter)).AreEnough()) {
-                return {lines.Number(), delimiter, before};
+            if (line.find(delimiter) == std::string_view::npos) {
+                continue;
             }
+            std::vector<std::string> titles = SplitTitles(line, delimiter);
+            if (FindLogColumns(titles, given).AreEnough()) {
+                return {lines.Number(), delimiter, before, {}};
+            }
+            none.titles = none.titles.empty() ? std::move(titles) : std::move(none.titles);
         }
     }
-    return {};
+    return none;
 }
 
-ClipLog ReadCsvLog(std::string_view text, const std::string& name) {
-    const Header header = FindHeader(text);
+std::string Missing(const std::string& reason, const std::vector<std::string>& titles) {
+    std::string found;
+    for (const std::string& title : titles) {
+        found += (found.empty() ? "; found are " : ", ") + title;
+    }
+    return reason + found + (found.empty() ? "" : ", which --columns can name (clip=…,scene=…)");
+}
+
+ClipLog ReadCsvLog(std::string_view text, const std::string& name, const GivenColumns& given) {
+    const Header header = FindHeader(text, given);
     if (header.line == 0) {
-        throw CsvError(name, 1, "no header names a scene column and a clip column");
+        throw CsvError(name, 1, Missing("no header names a scene column and a clip column", header.titles));
     }
     CsvContents contents = ParseCsvPart(header.rest, name, header.delimiter, header.line);
     ClipLog log;
@@ -138,13 +152,13 @@ std::string ClipLog::Where(const Row& row) const {
     return name + ":" + std::to_string(row.line);
 }
 
-ClipLog ReadClipLog(std::string_view bytes, const std::string& name) {
+ClipLog ReadClipLog(std::string_view bytes, const std::string& name, const GivenColumns& given) {
     const std::string text = ForeignToUTF8(bytes);
-    ClipLog log = IsAle(text) ? ReadAvidLog(text, name) : ReadCsvLog(text, name);
+    ClipLog log = IsAle(text) ? ReadAvidLog(text, name) : ReadCsvLog(text, name, given);
     log.name = name;
-    log.known = FindLogColumns(log.columns);
+    log.known = FindLogColumns(log.columns, given);
     if (!log.known.AreEnough()) {
-        throw CsvError(name, 0, "has no scene column, or no clip column");
+        throw CsvError(name, 0, Missing("has no scene column, or no clip column", log.columns));
     }
     return log;
 }

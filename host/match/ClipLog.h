@@ -30,7 +30,9 @@ struct ClipLog {
 /// Reads a log: an ALE file, or CSV with the columns under their usual names, in any case and order, behind
 /// any lines of heading. Encoding and delimiter (comma, semicolon, tab, bar) are found out. All columns are kept.
 /// @param name  The file's, for messages.
-/// @throws CsvError "name:line: reason" when there is no header with a scene and a clip, or a quote is not closed.
-ClipLog ReadClipLog(std::string_view bytes, const std::string& name);
+/// @param given  Names of columns that nobody here knows.
+/// @throws CsvError "name:line: reason" when there is no header with a scene and a clip, which then lists the columns that
+///         were found, or a quote is not closed.
+ClipLog ReadClipLog(std::string_view bytes, const std::string& name, const GivenColumns& given = {});
 
 } // namespace zonstory

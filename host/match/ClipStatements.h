@@ -13,8 +13,8 @@ namespace zonstory {
 /// @param take    The field beside it; may be empty.
 Statement StateField(Source source, std::string_view scene, std::string_view take);
 
-/// What a clip's path says: its file's name, its folder's, and those folders above that name a scene in words.
+/// What a clip's path says by itself, where no other names stand beside it.
 /// @param path  Absolute, or as far as it is to count.
-std::vector<Statement> StatePath(std::string_view path, SlateStyle style);
+std::vector<Statement> StatePath(const std::string& path, const SceneNumbers& story, SlateStyle style);
 
 } // namespace zonstory

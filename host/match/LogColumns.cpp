@@ -1,5 +1,9 @@
 #include "match/LogColumns.h"
 
+#include <algorithm>
+#include <iterator>
+#include <stdexcept>
+
 #include "match/NameRuns.h"
 
 namespace zonstory {
@@ -8,70 +12,37 @@ namespace {
 
 using Column = std::optional<std::size_t> LogColumns::*;
 
-struct Title {
-    std::string_view name; ///< As Plain() makes it.
+struct Titles {
     Column column;
+    const char* names; ///< As Plain() makes them, parted by blanks.
 };
 
-// The order decides where a log has several columns of one kind.
-constexpr Title kTitles[] = {
-    {"SOURCEFILE", &LogColumns::file},
-    {"SOURCEFILEPATH", &LogColumns::file},
-    {"SOURCEFILENAME", &LogColumns::file},
-    {"SOURCEPATH", &LogColumns::file},
-    {"FILEPATH", &LogColumns::file},
-    {"FILENAME", &LogColumns::file},
-    {"FILE", &LogColumns::file},
-    {"PATH", &LogColumns::file},
-    {"CAMERAFILE", &LogColumns::file},
-    {"CAMERAFILENAME", &LogColumns::file},
-    {"VIDEOFILE", &LogColumns::file},
-    {"MEDIAFILE", &LogColumns::file},
-    {"ORIGINALFILENAME", &LogColumns::file},
-    {"DATEINAME", &LogColumns::file},
-    {"CLIP", &LogColumns::clip},
-    {"CLIPNAME", &LogColumns::clip},
-    {"NAME", &LogColumns::clip},
-    {"CLIPID", &LogColumns::clip},
-    {"MASTERCLIP", &LogColumns::clip},
-    {"CAMERACLIP", &LogColumns::clip},
-    {"MEDIANAME", &LogColumns::clip},
-    {"VIDEO", &LogColumns::clip},
-    {"SOUNDFILE", &LogColumns::sound},
-    {"SOUNDFILENAME", &LogColumns::sound},
-    {"AUDIOFILE", &LogColumns::sound},
-    {"AUDIOFILENAME", &LogColumns::sound},
-    {"AUDIO", &LogColumns::sound},
-    {"WAV", &LogColumns::sound},
-    {"TAPE", &LogColumns::reel},
-    {"TAPENAME", &LogColumns::reel},
-    {"REEL", &LogColumns::reel},
-    {"REELNAME", &LogColumns::reel},
-    {"CAMERAROLL", &LogColumns::reel},
-    {"CAMROLL", &LogColumns::reel},
-    {"ROLL", &LogColumns::reel},
-    {"CLIPNUMBER", &LogColumns::number},
-    {"CLIPNO", &LogColumns::number},
-    {"CLIPNUM", &LogColumns::number},
-    {"SCENE", &LogColumns::scene},
-    {"SCENENUMBER", &LogColumns::scene},
-    {"SCENENO", &LogColumns::scene},
-    {"SCENENUM", &LogColumns::scene},
-    {"SCENENAME", &LogColumns::scene},
-    {"SC", &LogColumns::scene},
-    {"SCN", &LogColumns::scene},
-    {"SZENE", &LogColumns::scene},
-    {"ESCENA", &LogColumns::scene},
-    {"SCENA", &LogColumns::scene},
-    {"TAKE", &LogColumns::take},
-    {"TAKENUMBER", &LogColumns::take},
-    {"TAKENO", &LogColumns::take},
-    {"TAKENUM", &LogColumns::take},
-    {"TK", &LogColumns::take},
-    {"SLATE", &LogColumns::slate},
-    {"SLATENUMBER", &LogColumns::slate},
-    {"SLATENO", &LogColumns::slate},
-};
+// English, German, French, Spanish and Italian. The order decides where a log has several columns of one kind.
+constexpr Titles kTitles[] = {
+    {&LogColumns::file,
+     "SOURCEFILE SOURCEFILEPATH SOURCEFILENAME SOURCEPATH FILEPATH FILENAME FILE PATH CAMERAFILE CAMERAFILENAME "
+     "VIDEOFILE "
+     "MEDIAFILE ORIGINALFILENAME DATEINAME DATEI QUELLDATEI DATEIPFAD PFAD VIDEODATEI FICHIER NOMDEFICHIER NOMFICHIER "
+     "NOMDUFICHIER FICHIERSOURCE CHEMIN ARCHIVO NOMBREDEARCHIVO NOMBREARCHIVO NOMBREDELARCHIVO FICHERO RUTA NOMEFILE "
+     "NOMEDELFILE FILESORGENTE PERCORSO"},
+    {&LogColumns::clip,
+     "CLIP CLIPNAME NAME CLIPID MASTERCLIP CAMERACLIP MEDIANAME VIDEO CLIPS NOMDUCLIP NOMDECLIP NOMCLIP NOM PLANCLIP "
+     "NOMBREDELCLIP NOMBREDECLIP NOMBRECLIP NOMBRE NOMECLIP NOMEDELCLIP NOME CLIPBEZEICHNUNG REELCLIP"},
+    {&LogColumns::sound,
+     "SOUNDFILE SOUNDFILENAME AUDIOFILE AUDIOFILENAME AUDIO WAV TONDATEI AUDIODATEI FICHIERSON FICHIERAUDIO SON "
+     "ARCHIVODESONIDO ARCHIVODEAUDIO SONIDO FILEAUDIO SUONO"},
+    {&LogColumns::reel, "TAPE TAPENAME REEL REELNAME CAMERAROLL CAMROLL ROLL ROLLE KAMERAROLLE BAND BOBINE CARTE ROLLO "
+                        "BOBINA TARJETA RULLO "
+                        "SCHEDA"},
+    {&LogColumns::number, "CLIPNUMBER CLIPNO CLIPNUM CLIPNR CLIPNUMMER NUMERODECLIP NUMEROCLIP"},
+    {&LogColumns::scene,
+     "SCENE SCENENUMBER SCENENO SCENENUM SCENENAME SC SCN SCENEN SZENE SZENENNUMMER SZENENNR SZENENR SZ BILD BILDNR "
+     "BILDNUMMER NUMERODESCENE SEQUENCE SEQUENCEN SEQ NSEQUENCE ESCENA NUMERODEESCENA ESC SECUENCIA SEC SCENA "
+     "NUMEROSCENA"},
+    {&LogColumns::take,
+     "TAKE TAKENUMBER TAKENO TAKENUM TAKENR TK TAKES PRISE NPRISE PRISEN NUMERODEPRISE TOMA NUMERODETOMA CIAK TAKEN"},
+    {&LogColumns::slate,
+     "SLATE SLATENUMBER SLATENO SLATENUM SLATENR KLAPPE KLAPPENNUMMER CLAP CLAQUETTE CLAQUETA CLAP"}};
 
 // Letters and digits in capitals without accents: "Scène n°" is SCENEN.
 std::string Plain(std::string_view title) {
@@ -83,24 +54,68 @@ std::string Plain(std::string_view title) {
     return plain;
 }
 
+Column ColumnOf(std::string_view kind) {
+    struct Kind {
+        std::string_view name;
+        Column column;
+    };
+    constexpr Kind kKinds[] = {{"file", &LogColumns::file},     {"clip", &LogColumns::clip},
+                               {"sound", &LogColumns::sound},   {"reel", &LogColumns::reel},
+                               {"number", &LogColumns::number}, {"scene", &LogColumns::scene},
+                               {"take", &LogColumns::take},     {"slate", &LogColumns::slate}};
+    const auto* const found =
+        std::find_if(std::begin(kKinds), std::end(kKinds), [kind](const Kind& one) { return one.name == kind; });
+    return found == std::end(kKinds) ? nullptr : found->column;
+}
+
+// The first column that bears one of the names, which are parted by blanks, in their order.
+std::optional<std::size_t> FindColumn(std::string_view names, const std::vector<std::string>& plain) {
+    for (std::size_t begin = 0; begin < names.size();) {
+        const std::size_t end = std::min(names.find(' ', begin), names.size());
+        const auto found = std::find(plain.begin(), plain.end(), names.substr(begin, end - begin));
+        if (found != plain.end()) {
+            return static_cast<std::size_t>(found - plain.begin());
+        }
+        begin = end + 1;
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
-LogColumns FindLogColumns(const std::vector<std::string>& names) {
+LogColumns FindLogColumns(const std::vector<std::string>& names, const GivenColumns& given) {
     std::vector<std::string> plain;
     plain.reserve(names.size());
     for (const std::string& name : names) {
         plain.push_back(Plain(name));
     }
     LogColumns columns;
-    for (const Title& title : kTitles) {
-        std::optional<std::size_t>& column = columns.*title.column;
-        for (std::size_t index = 0; index < plain.size() && !column; ++index) {
-            if (plain[index] == title.name) {
-                column = index;
-            }
+    for (const Titles& titles : kTitles) {
+        columns.*titles.column = FindColumn(titles.names, plain);
+    }
+    for (const auto& [kind, name] : given) {
+        if (const auto column = FindColumn(Plain(name), plain)) {
+            columns.*ColumnOf(kind) = column;
         }
     }
+    columns.slatesAreScenes = !columns.scene && columns.slate;
+    columns.scene = columns.scene ? columns.scene : columns.slate;
     return columns;
+}
+
+GivenColumns ParseGivenColumns(std::string_view text) {
+    GivenColumns given;
+    while (!text.empty()) {
+        const std::string_view one = text.substr(0, text.find(','));
+        const std::size_t sign = one.find('=');
+        const std::string kind(one.substr(0, sign));
+        if (sign == std::string_view::npos || ColumnOf(kind) == nullptr || Plain(one.substr(sign)).empty()) {
+            throw std::invalid_argument("\"" + std::string(one) + "\" is no column: clip=Datei,scene=Szene");
+        }
+        given.emplace_back(kind, one.substr(sign + 1));
+        text.remove_prefix(std::min(one.size() + 1, text.size()));
+    }
+    return given;
 }
 
 } // namespace zonstory

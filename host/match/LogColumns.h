@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace zonstory {
@@ -14,15 +15,24 @@ struct LogColumns {
     std::optional<std::size_t> sound;  ///< The file of the sound recorder.
     std::optional<std::size_t> reel;   ///< A tape, or a camera's roll.
     std::optional<std::size_t> number; ///< Of the clip on its roll.
-    std::optional<std::size_t> scene;
+    std::optional<std::size_t> scene;  ///< The slate's where there is no other.
     std::optional<std::size_t> take;
     std::optional<std::size_t> slate;
+    bool slatesAreScenes = false; ///< "12A" stands in the column for slates, as in a camera report.
 
     /// Whether rows say of some clip which scene it shows.
-    bool AreEnough() const { return scene && (file || clip || sound || reel || slate); }
+    bool AreEnough() const { return scene && (file || clip || sound || reel || (slate && !slatesAreScenes)); }
 };
 
+/// What the user says of a log's columns: "clip", "file", "sound", "reel", "number", "scene", "take" or "slate", and the
+/// name of the column.
+using GivenColumns = std::vector<std::pair<std::string, std::string>>;
+
+/// Reads "clip=Datei,scene=Szene".
+/// @throws std::invalid_argument with the part that says nothing.
+GivenColumns ParseGivenColumns(std::string_view text);
+
 /// The first column of each kind; the usual names in front of those that are usual for something else too.
-LogColumns FindLogColumns(const std::vector<std::string>& names);
+LogColumns FindLogColumns(const std::vector<std::string>& names, const GivenColumns& given = {});
 
 } // namespace zonstory

@@ -38,16 +38,44 @@ std::string_view Tail(std::string_view path, std::size_t folders) {
     return path.substr(begin + 1);
 }
 
-// "a007c006" of "a007c006_160424_r28l"; empty for a name of another kind.
-std::string_view RollAndClip(std::string_view stem) {
-    const std::string_view head = stem.substr(0, stem.find('_'));
-    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+bool AreDigits(std::string_view text) {
+    return !text.empty() && std::all_of(text.begin(), text.end(), IsDigit);
+}
+
+// "a007c006" of "a007c006_160424_r28l" and of "a007_c006_0131ab"; empty for a name of another kind.
+std::string RollAndClip(std::string_view stem) {
+    std::string head(stem.substr(0, stem.find('_')));
+    if (head.size() >= 4 && head.size() <= 5 && stem.substr(head.size()).starts_with("_c")) {
+        head += stem.substr(head.size() + 1, stem.find('_', head.size() + 1) - head.size() - 1);
+    }
     const std::size_t clip = head.rfind('c');
-    const bool roll = head.size() >= 6 && !isDigit(head.front()) && clip != std::string_view::npos && clip >= 3 &&
-                      clip + 3 < head.size() &&
-                      std::all_of(head.begin() + 1, head.begin() + static_cast<std::ptrdiff_t>(clip), isDigit) &&
-                      std::all_of(head.begin() + static_cast<std::ptrdiff_t>(clip) + 1, head.end(), isDigit);
-    return roll ? head : std::string_view();
+    const bool roll = head.size() >= 6 && !IsDigit(head.front()) && clip != std::string::npos && clip >= 3 &&
+                      clip + 3 < head.size() && AreDigits(std::string_view(head).substr(1, clip - 1)) &&
+                      AreDigits(std::string_view(head).substr(clip + 1));
+    return roll ? head : std::string();
+}
+
+// The stem of the clip that this one is a part or a copy of: without "_001" of a spanned clip, without "_proxy".
+std::string_view MadeOf(std::string_view stem) {
+    constexpr std::string_view kCopies[] = {"proxy",  "proxies", "h264",   "h265",   "hevc",   "prores",
+                                            "dnxhd",  "lt",      "hq",     "1080p",  "720p",   "sync",
+                                            "synced", "lut",     "rec709", "graded", "offline"};
+    for (std::size_t sign = stem.find_last_of("_-. "); sign != std::string_view::npos && sign > 0;
+         sign = stem.find_last_of("_-. ")) {
+        const std::string_view last = stem.substr(sign + 1);
+        const bool copy = std::find(std::begin(kCopies), std::end(kCopies), last) != std::end(kCopies);
+        const bool segment = last.size() == 3 && AreDigits(last) && !RollAndClip(stem.substr(0, sign)).empty() &&
+                             stem.find_first_of("_") < sign;
+        if (!copy && !segment) {
+            break;
+        }
+        stem = stem.substr(0, sign);
+    }
+    return stem;
 }
 
 Confidence Ceiling(bool exact, bool otherFolder) {
@@ -62,6 +90,7 @@ LogIndex::LogIndex(std::span<const ClipLog> logs, std::span<const std::string> c
         return;
     }
     mTakes.resize(clips.size());
+    mContinuous = style == SlateStyle::Continuous;
     for (std::size_t clip = 0; clip < clips.size(); ++clip) {
         IndexClip(clip, clips[clip], style);
     }
@@ -92,7 +121,8 @@ void LogIndex::IndexClip(std::size_t clip, std::string_view path, SlateStyle sty
     }
     const std::string_view stem = WithoutMediaExtension(FileName(folded));
     add(mStems, stem);
-    if (const std::string_view roll = RollAndClip(stem); !roll.empty()) {
+    mMade[std::string(MadeOf(stem))].push_back(clip);
+    if (const std::string roll = RollAndClip(stem); !roll.empty()) {
         add(mRolls, roll);
     }
     if (style == SlateStyle::Continuous) {
@@ -121,8 +151,13 @@ LogIndex::Hit LogIndex::FindName(std::string_view value) const {
     if (const auto found = mStems.find(stem); found != mStems.end()) {
         return {found->second, Way::Stem};
     }
-    const auto found = mRolls.find(stem);
-    return found != mRolls.end() ? Hit{found->second, Way::Roll} : Hit{};
+    const std::string roll = RollAndClip(stem);
+    const bool isShort = roll.size() == stem.size() || roll.size() + 1 == stem.size();
+    if (const auto found = mRolls.find(roll); isShort && found != mRolls.end()) {
+        return {found->second, Way::Roll};
+    }
+    const auto found = roll.empty() ? mStems.end() : mStems.find(roll); // the clip's own name is the short one
+    return found != mStems.end() ? Hit{found->second, Way::Roll} : Hit{};
 }
 
 // Tape "A007C006_160424_R28L"; camera roll "A007" with clip "C006" or "6".
@@ -144,13 +179,15 @@ LogIndex::Hit LogIndex::FindRoll(std::string_view reel, std::string_view number)
 
 void LogIndex::FindClips(const ClipLog& log, const ClipLog::Row& row) {
     const LogColumns& known = log.known;
-    if (log.Field(row, known.scene).empty()) {
+    const bool isSlate = known.slatesAreScenes && mContinuous;
+    if (isSlate || log.Field(row, known.scene).empty()) {
         return;
     }
     const std::string_view file = log.Field(row, known.file);
     const std::string_view clip = log.Field(row, known.clip);
     const std::string_view reel = log.Field(row, known.reel);
-    bool found = Record(log, row, file, FindName(file)) || Record(log, row, clip, FindName(clip)) ||
+    bool found = Record(log, row, file, FindName(file)) || RecordMade(log, row, file) ||
+                 Record(log, row, clip, FindName(clip)) || RecordMade(log, row, clip) ||
                  Record(log, row, reel, FindRoll(reel, log.Field(row, known.number)));
     const std::string_view sound = log.Field(row, known.sound);
     found = Record(log, row, sound, FindName(sound)) || found;
@@ -169,6 +206,19 @@ bool LogIndex::Record(const ClipLog& log, const ClipLog::Row& row, std::string_v
         return true;
     }
     mFindings[hit.place.clip].push_back({&log, &row, hit.way});
+    return true;
+}
+
+// All parts and copies of the clip that the row names, wherever the clip itself is not among the clips.
+bool LogIndex::RecordMade(const ClipLog& log, const ClipLog::Row& row, std::string_view value) {
+    const std::string folded = FoldPath(value);
+    const auto made = mMade.find(std::string(WithoutMediaExtension(FileName(folded))));
+    if (folded.empty() || made == mMade.end()) {
+        return false;
+    }
+    for (const std::size_t clip : made->second) {
+        mFindings[clip].push_back({&log, &row, Way::Made});
+    }
     return true;
 }
 
@@ -208,7 +258,8 @@ std::vector<Statement> LogIndex::Statements(std::size_t clip) const {
         statement.where = finding.log->Where(*finding.row);
         statement.take = CanonicalSceneNumber(field(finding.log->known.take));
         statement.readings = ReadSceneField(statement.text);
-        statement.ceiling = Ceiling(finding.way <= Way::FileName, finding.way == Way::OtherFolder);
+        statement.ceiling = Ceiling(finding.way <= Way::FileName && !finding.log->known.slatesAreScenes,
+                                    finding.way == Way::OtherFolder);
         statements.push_back(std::move(statement));
     }
     return statements;

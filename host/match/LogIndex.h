@@ -16,8 +16,9 @@ namespace zonstory {
 /// Which rows of logs speak of which clips.
 ///
 /// A row finds its clip by the longest path they share from the end, by the file's name, by the name without extension,
-/// by the tape, or by roll and clip number; with continuous slates by slate and take as well. A surer way beats a weaker
-/// one, and a row that could mean two clips says nothing of either.
+/// by the tape, or by roll and clip number; with continuous slates by slate and take as well. What is cut from one clip or
+/// made of it (A001_C002_0131AB_001, …_proxy) is spoken of by the clip's row. A surer way beats a weaker one, and a row
+/// that could mean two clips says nothing of either.
 class LogIndex {
 public:
     /// @param logs   Must outlive the index.
@@ -42,7 +43,7 @@ public:
     std::size_t RowsWithoutClip() const { return mRowsWithoutClip; }
 
 private:
-    enum class Way { SharedPath, FileName, OtherFolder, Stem, Roll, Slate };
+    enum class Way { SharedPath, FileName, OtherFolder, Stem, Made, Roll, Slate };
 
     struct Finding {
         const ClipLog* log;
@@ -66,15 +67,18 @@ private:
     void IndexClip(std::size_t clip, std::string_view path, SlateStyle style);
     void FindClips(const ClipLog& log, const ClipLog::Row& row);
     bool Record(const ClipLog& log, const ClipLog::Row& row, std::string_view value, const Hit& hit);
+    bool RecordMade(const ClipLog& log, const ClipLog::Row& row, std::string_view value);
     bool RecordSlate(const ClipLog& log, const ClipLog::Row& row);
     Hit FindName(std::string_view value) const;
     Hit FindRoll(std::string_view reel, std::string_view number) const;
 
     Places mPaths; ///< A clip's name, and its last folders with it.
     Places mStems;
-    Places mRolls; ///< "A007C006" of A007C006_160424_R28L.
+    std::unordered_map<std::string, std::vector<std::size_t>> mMade; ///< By the stem of the clip they are made of.
+    Places mRolls;                                                   ///< "A007C006" of A007C006_160424_R28L.
     std::unordered_map<std::string, std::vector<std::size_t>> mSlates;
     std::vector<std::string> mTakes; ///< Of each clip, with continuous slates.
+    bool mContinuous = false;        ///< Slates are continuous.
     std::vector<std::vector<Finding>> mFindings;
     std::vector<std::string> mProblems;
     std::size_t mRowsWithoutClip = 0;

@@ -123,14 +123,9 @@ std::size_t NameRuns::ChunkEnd(std::size_t run) const {
     return end;
 }
 
-bool NameRuns::Alone(std::size_t run) const {
-    return !mRuns[run].glued && ChunkEnd(run) == run + 1;
-}
-
-void NameRuns::MarkNoise(std::size_t first, std::size_t end, bool reel) {
+void NameRuns::MarkNoise(std::size_t first, std::size_t end) {
     for (std::size_t run = first; run < end; ++run) {
         mRuns[run].noise = true;
-        mRuns[run].reel = mRuns[run].reel || reel;
     }
 }
 

@@ -14,9 +14,9 @@ struct NameRun {
     std::uint32_t end = 0;
     std::uint32_t value = 0; ///< Of digits; the largest value where they say more.
     bool digits = false;
-    bool glued = false; ///< Nothing stands between this run and the one before.
-    bool noise = false; ///< Part of a date, a reel name, a frame size: says nothing of the scene.
-    bool reel = false;  ///< Noise that names a camera's clip.
+    bool glued = false;  ///< Nothing stands between this run and the one before.
+    bool noise = false;  ///< Part of a date, a reel name, a frame size: says nothing of the scene.
+    bool joined = false; ///< Digits that the story takes with those in front as one number, 2.28.
 };
 
 /// A name cut where letters, digits and everything else meet. "Sc12A-3" is SC, 12, A, 3.
@@ -43,12 +43,9 @@ public:
     /// The end of the chunk that begins at `run`: runs glued to one another.
     std::size_t ChunkEnd(std::size_t run) const;
 
-    /// Whether the run is a chunk by itself.
-    bool Alone(std::size_t run) const;
+    std::string_view Whole() const { return mText; } ///< Folded.
 
-    bool StartsWithZero(std::size_t run) const { return mText[mRuns[run].begin] == '0'; }
-
-    void MarkNoise(std::size_t first, std::size_t end, bool reel = false);
+    void MarkNoise(std::size_t first, std::size_t end);
 
 private:
     std::string mText;

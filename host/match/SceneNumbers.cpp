@@ -14,6 +14,7 @@ SceneNumbers::SceneNumbers(std::vector<std::string> numbers) : mNumbers(std::mov
     mScenes.reserve(mNumbers.size());
     for (std::size_t scene = 0; scene < mNumbers.size(); ++scene) {
         if (std::string canonical = CanonicalSceneNumber(mNumbers[scene]); !canonical.empty()) {
+            mHasParts = mHasParts || canonical.find('.') != std::string::npos;
             mScenes[std::move(canonical)].push_back(scene);
         }
     }

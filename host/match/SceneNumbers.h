@@ -21,6 +21,10 @@ public:
     /// The number as the story writes it.
     const std::string& Number(std::size_t scene) const { return mNumbers[scene]; }
 
+    /// Whether some number is made of several, "2.28"; and whether this one is the story's.
+    bool HasParts() const { return mHasParts; }
+    bool Has(std::string_view scene) const { return Exact(scene) != nullptr; }
+
     enum class Fit {
         None,          ///< The story has no such scene.
         Exact,         ///< The number is one of the story's.
@@ -51,6 +55,7 @@ private:
     const std::vector<std::size_t>* Exact(std::string_view scene) const;
 
     std::vector<std::string> mNumbers;
+    bool mHasParts = false;
     std::unordered_map<std::string, std::vector<std::size_t>, Hash, std::equal_to<>> mScenes;
 };
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "match/NamePieces.h"
 #include "match/SceneText.h"
-#include "match/SlateReader.h"
 
 namespace zonstory {
 
@@ -23,37 +23,17 @@ bool IsMediaExtension(std::string_view extension) {
     return std::find(std::begin(kMediaExtensions), std::end(kMediaExtensions), lower) != std::end(kMediaExtensions);
 }
 
-std::vector<SlateReading> ReadName(std::string_view name, SlateStyle style) {
-    std::vector<SlateReading> readings = SlateReader(name).Read();
-    if (style == SlateStyle::Continuous) {
-        std::erase_if(readings, [](const SlateReading& reading) { return reading.rule != SlateRule::SceneWord; });
-    }
-    return readings;
+// "12-14", "12/13", "12, 13": the last of several scenes; "12-3" is a take.
+bool IsPartner(const NamedNumber& number, const NamedNumber& first) {
+    const bool range = number.value > first.value && number.value <= first.value + 3 && number.value >= 10;
+    const bool pair = number.value == first.value + 1 && number.separator == '/';
+    return number.joined || (number.word == SlateWord::Unknown && number.letters.empty() && (range || pair));
 }
 
 } // namespace
 
-std::vector<SlateReading> ReadFileName(std::string_view fileName, SlateStyle style) {
-    return ReadName(WithoutMediaExtension(fileName), style);
-}
-
-std::vector<SlateReading> ReadFolderName(std::string_view folderName, SlateStyle style) {
-    std::vector<SlateReading> readings = ReadName(folderName, style);
-    for (SlateReading& reading : readings) {
-        if (reading.rule == SlateRule::NumberAndTake) { // 01-31 is a day more often than a take
-            reading.confidence = std::min(reading.confidence, Confidence::Low);
-        }
-    }
-    return readings;
-}
-
 std::vector<SlateReading> ReadSceneField(std::string_view field) {
-    std::vector<SlateReading> readings = ReadName(field, SlateStyle::Scene);
-    for (SlateReading& reading : readings) {
-        if (reading.rule == SlateRule::NumberAlone) {
-            reading.confidence = Confidence::High;
-        }
-    }
+    std::vector<SlateReading> readings;
     SlateReading whole;
     whole.scene = CanonicalSceneNumber(field);
     whole.rule = SlateRule::WholeField;
@@ -61,25 +41,44 @@ std::vector<SlateReading> ReadSceneField(std::string_view field) {
     whole.standing = Standing::Rival;
     whole.exactOnly = true;
     if (!whole.scene.empty()) {
-        readings.insert(readings.begin(), std::move(whole));
+        readings.push_back(std::move(whole));
+    }
+    const NamePieces pieces = CutName(field, nullptr, true);
+    if (pieces.numbers.empty() || pieces.numbers.front().counter || pieces.unknownWords) {
+        return readings;
+    }
+    const NamedNumber& first = pieces.numbers.front();
+    for (const NamedNumber& number : pieces.numbers) {
+        if (&number != &first && !IsPartner(number, first)) {
+            continue;
+        }
+        SlateReading reading;
+        reading.scene = number.Scene();
+        reading.take =
+            pieces.numbers.size() > 1 && !IsPartner(pieces.numbers[1], first) ? pieces.numbers[1].digits : "";
+        reading.rule = SlateRule::NumberAlone;
+        reading.confidence = Confidence::High;
+        reading.place = number.place;
+        readings.push_back(std::move(reading));
     }
     return readings;
 }
 
 SlateNumber ReadSlateNumber(std::string_view fileName) {
-    SlateNumber number;
-    for (const SlateReading& reading : SlateReader(WithoutMediaExtension(fileName)).Read()) {
-        const bool slate = reading.rule != SlateRule::SceneWord && reading.confidence >= Confidence::Medium &&
-                           reading.standing == Standing::Main;
-        if (!slate) {
-            continue;
-        }
-        if (!number.slate.empty()) {
+    const NamePieces pieces = CutName(WithoutMediaExtension(fileName), nullptr);
+    const NamedNumber* slate = nullptr;
+    const NamedNumber* take = nullptr;
+    for (const NamedNumber& number : pieces.numbers) {
+        const bool free = number.word == SlateWord::Unknown || number.word == SlateWord::Slate;
+        if (number.word == SlateWord::Take || (free && slate != nullptr && take == nullptr && number.IsTake())) {
+            take = &number;
+        } else if (free && slate != nullptr) { // two slates
             return {};
+        } else if (free && !number.counter) {
+            slate = &number;
         }
-        number = {reading.scene, reading.take};
     }
-    return number;
+    return slate == nullptr ? SlateNumber() : SlateNumber{slate->Scene(), take == nullptr ? "" : take->digits};
 }
 
 std::string_view WithoutMediaExtension(std::string_view fileName) {
@@ -107,6 +106,10 @@ std::string_view Describe(SlateRule rule) {
         return "a number alone";
     case SlateRule::AmongWords:
         return "a number among words";
+    case SlateRule::GivenPattern:
+        return "the given pattern";
+    case SlateRule::Taught:
+        return "the number that is the scene wherever it is known";
     case SlateRule::WholeField:
         return "the whole field";
     }

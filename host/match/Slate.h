@@ -25,6 +25,8 @@ enum class SlateRule {
     NumberAndTake,     ///< "12-3"
     NumberAlone,       ///< "12A", "012": nothing else is there
     AmongWords,        ///< "GARDEN 12"
+    GivenPattern,      ///< The pattern that the user gave
+    Taught,            ///< A number that is the scene wherever a log, metadata or a folder tells
     WholeField,        ///< A field for scene numbers that says "12A" or "PROLOGUE"
 };
 
@@ -34,7 +36,7 @@ enum class Standing {
     Rival, ///< The text could also mean this scene; counts where the story has it.
 };
 
-/// One scene that a text may mean, read without knowledge of the story.
+/// One scene that a text may mean.
 struct SlateReading {
     std::string
         scene; ///< As SceneNumbers takes it: capitals, no zeros in front, set-up letters still on: "12A", "A32B".
@@ -46,16 +48,7 @@ struct SlateReading {
     std::uint32_t place = 0; ///< Readings of one number in the text share it.
 };
 
-/// The scenes that a file's name may mean. A media file's extension is left out of it.
-///
-/// Takes any bytes, in linear time. Dates, timecodes, frame sizes and rates, reel names, codecs and numbers inside words
-/// are no scenes; nothing is guessed where only they are there. With continuous slates only a scene word makes a scene.
-std::vector<SlateReading> ReadFileName(std::string_view fileName, SlateStyle style);
-
-/// The same for one folder's name, where two numbers with nothing more say too little.
-std::vector<SlateReading> ReadFolderName(std::string_view folderName, SlateStyle style);
-
-/// The same for a field that is meant for scene numbers, of a log or of metadata: a number alone is sure there.
+/// The scenes that a field for scene numbers may mean, of a log or of metadata. Nothing is a date or a format there.
 std::vector<SlateReading> ReadSceneField(std::string_view field);
 
 /// A clip's slate as one word, "123" with take "4" for "Slate 123 take 4.mov"; what a log of continuous slates is asked

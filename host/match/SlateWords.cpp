@@ -1,80 +1,67 @@
 #include "match/SlateWords.h"
 
 #include <algorithm>
-#include <iterator>
+#include <unordered_map>
 
 namespace zonstory {
 
 namespace {
 
-struct Entry {
-    std::string_view word;
+struct Row {
     SlateWord meaning;
+    std::string_view words;
 };
 
-constexpr bool Before(const Entry& left, const Entry& right) {
-    return left.word < right.word;
-}
+// English, German, French, Spanish and Italian, parted by blanks.
+constexpr Row kRows[] = {
+    {SlateWord::Scene, "SC SCN SCENE SCEN SCS SZ SZN SZENE BILD ESC ESCENA SCENA CENA"},
+    {SlateWord::Scenes, "SCENES SZENEN BILDER ESCENAS"},
+    {SlateWord::Sequence, "S SEQ SEQUENCE SQ SEQUENZ SECUENCIA SEQUENZA SEQUENCIA"},
+    {SlateWord::Slate, "SLATE SL SLT KLAPPE KL CLAP CLAQUETA CLAQUETTE"},
+    {SlateWord::Shot, "SHOT SH SETUP SU EINSTELLUNG EINST EST PLAN PL PLANO PLA INQUADRATURA INQ CUT"},
+    {SlateWord::Take, "T TK TKE TAKE TAKES PRISE PR TOMA TOM CIAK CK TAGNING AUFNAHME"},
+    {SlateWord::Counter,
+     "CAM CAMERA KAM KAMERA CAMARA MACCHINA ROLL CARD REEL MAG TAPE ROLLE KARTE BAND BOBINE BOB CARTE ROLLO TARJETA "
+     "RULLO SCHEDA EP EPS EPISODE FOLGE CAPITULO CAP EPISODIO PUNTATA AFL SEASON STAFFEL SAISON TEMPORADA STAGIONE DAY "
+     "TAG DREHTAG DT JOUR DIA GIORNO SD WEEK ACT BLOCK BLK CH CHAN CHANNEL CHAPTER DISC DISK FRAME ISO LENS LUT PAGE "
+     "PART PT TEIL TC TRACK TRK UNIT V VER VERSION REV VOL CLIP COPY KOPIE COPIA COPIE DJI DSC DSCF DSCN FOLDER GOPR "
+     "IMG MAH MOV MVI PXL SAM STE TASCAM VID VIDEO ZOOM FILE DATEI PRORES DNXHD DNXHR UHD HD HEVC AVC XAVC XDCAM MPEG "
+     "HQ XQ BT FINAL"},
+    {SlateWord::Remark,
+     "ACAM BCAM CCAM DCAM CAMA CAMB CAMC AFS AFTERNOON ALT CIRCLED CLEAN CLOSE CU ECU INS INSERT LS MASTER MCU MOS MS "
+     "MUTE MWS NG OTS PICKUP PLATE POV PROXY PU RETAKE SER SERIES SOUND SYNC TAIL TS VFX WIDE WILD WILDTRACK WS WT"},
+    {SlateWord::Unit,
+     "AM BIT BITS BPM CM DB FPS FRAMES GB HR HZ KBPS KG KHZ KM MB MBIT MBPS MIN MM ND PM PX RD SEC TB TH"},
+    {SlateWord::Joiner, "AND ET TO UND BIS THRU"},
+    {SlateWord::NumberSign, "NO NR NUM NUMBER NUMMER NUMERO"},
+    {SlateWord::Against,
+     "TRAILER TEASER CUTDOWN PROMO SPOT DRONE IPHONE PIXEL GALAXY QUESTION LINE TEST SONG ANGLE CUE AMBIENCE ATMO "
+     "FOLEY "
+     "SFX FX ADR VO VOICEOVER PODCAST CASTING AUDITION REHEARSAL PROBE INTERVIEW BTS BEHIND MAKING BROLL STOCK "
+     "TIMELAPSE "
+     "LOGO POSTER COMP UNTITLED MIX STEM MUSIC MUSIK TITLE CREDITS VLOG DEMO SESSION SLIDE CHART SCREEN RECORDING "
+     "MOVIE "
+     "EXPORT FRAGE ZEILE LIED PREGUNTA CANCION DOMANDA CANZONE PROVA PRUEBA ESSAI CHANSON ANSWER SKETCH STUNT EXERCISE "
+     "RECIPE STEP LEVEL LESSON MODULE VARIANT OPTION DRAFT"}};
 
-using enum SlateWord;
-
-// Sorted: looked up by halves.
-constexpr Entry kWords[] = {
-    {"ACAM", Remark},      {"ACT", Counter},       {"AFS", Remark},        {"AFTERNOON", Remark}, {"ALT", Remark},
-    {"AM", Unit},          {"AND", Joiner},        {"APR", Month},         {"APRIL", Month},      {"AUG", Month},
-    {"AUGUST", Month},     {"AVC", Format},        {"BCAM", Remark},       {"BILD", Scene},       {"BIS", Joiner},
-    {"BIT", Unit},         {"BITS", Unit},         {"BLOCK", Counter},     {"BT", Format},        {"CAM", Camera},
-    {"CAMERA", Camera},    {"CARD", Counter},      {"CCAM", Remark},       {"CENA", Scene},       {"CH", Counter},
-    {"CHAN", Counter},     {"CHANNEL", Counter},   {"CHAPTER", Counter},   {"CIAK", Take},        {"CIRCLED", Remark},
-    {"CLEAN", Remark},     {"CLIP", File},         {"CLOSE", Remark},      {"CM", Unit},          {"COPY", File},
-    {"CU", Remark},        {"DAY", Counter},       {"DCAM", Remark},       {"DEC", Month},        {"DECEMBER", Month},
-    {"DISC", Counter},     {"DISK", Counter},      {"DJI", File},          {"DNXHD", Format},     {"DNXHR", Format},
-    {"DSC", File},         {"DSCF", File},         {"DSCN", File},         {"ECU", Remark},       {"EINSTELLUNG", Shot},
-    {"EP", Counter},       {"EPISODE", Counter},   {"EPS", Counter},       {"ESC", Scene},        {"ESCENA", Scene},
-    {"ET", Joiner},        {"FEB", Month},         {"FEBRUARY", Month},    {"FOLDER", File},      {"FPS", Unit},
-    {"FRAME", Counter},    {"FRAMES", Unit},       {"GB", Unit},           {"GOPR", File},        {"HD", Format},
-    {"HEVC", Format},      {"HQ", Format},         {"HR", Unit},           {"HZ", Unit},          {"IMG", File},
-    {"INS", Remark},       {"INSERT", Remark},     {"INTERVIEW", Counter}, {"ISO", Counter},      {"JAN", Month},
-    {"JANUARY", Month},    {"JUL", Month},         {"JULY", Month},        {"JUN", Month},        {"JUNE", Month},
-    {"KBPS", Unit},        {"KHZ", Unit},          {"KM", Unit},           {"LENS", Counter},     {"LS", Remark},
-    {"LUT", Counter},      {"MAG", Counter},       {"MAH", File},          {"MAR", Month},        {"MARCH", Month},
-    {"MASTER", Remark},    {"MAY", Month},         {"MB", Unit},           {"MBIT", Unit},        {"MBPS", Unit},
-    {"MCU", Remark},       {"MIN", Unit},          {"MM", Unit},           {"MOS", Remark},       {"MOV", File},
-    {"MPEG", Format},      {"MS", Remark},         {"MVI", File},          {"MWS", Remark},       {"ND", Unit},
-    {"NG", Remark},        {"NO", NumberSign},     {"NOV", Month},         {"NOVEMBER", Month},   {"NR", NumberSign},
-    {"NUM", NumberSign},   {"NUMBER", NumberSign}, {"OCT", Month},         {"OCTOBER", Month},    {"OTS", Remark},
-    {"PAGE", Counter},     {"PART", Counter},      {"PICKUP", Remark},     {"PLAN", Shot},        {"PLATE", Remark},
-    {"PM", Unit},          {"POV", Remark},        {"PRISE", Take},        {"PRORES", Format},    {"PT", Counter},
-    {"PU", Remark},        {"PXL", File},          {"RD", Unit},           {"REC", Format},       {"REEL", Counter},
-    {"RETAKE", Remark},    {"REV", Remark},        {"ROLL", Counter},      {"SAM", File},         {"SC", Scene},
-    {"SCEN", Scene},       {"SCENA", Scene},       {"SCENE", Scene},       {"SCENES", Scene},     {"SCN", Scene},
-    {"SCS", Scene},        {"SEASON", Counter},    {"SEC", Unit},          {"SEP", Month},        {"SEPT", Month},
-    {"SEPTEMBER", Month},  {"SEQ", Counter},       {"SEQUENCE", Counter},  {"SER", Remark},       {"SERIES", Remark},
-    {"SETUP", Shot},       {"SH", Shot},           {"SHOT", Shot},         {"SL", Slate},         {"SLATE", Slate},
-    {"SLT", Slate},        {"SOUND", Remark},      {"ST", Unit},           {"STE", File},         {"SU", Shot},
-    {"SYNC", Remark},      {"SZ", Scene},          {"SZENE", Scene},       {"TAGNING", Take},     {"TAIL", Remark},
-    {"TAKE", Take},        {"TAPE", Counter},      {"TASCAM", File},       {"TB", Unit},          {"TC", Counter},
-    {"TH", Unit},          {"THRU", Joiner},       {"TK", Take},           {"TO", Joiner},        {"TOMA", Take},
-    {"TRACK", Counter},    {"TRK", Counter},       {"TS", Remark},         {"UHD", Format},       {"UND", Joiner},
-    {"UNIT", Counter},     {"V", Counter},         {"VER", Counter},       {"VERSION", Counter},  {"VFX", Remark},
-    {"VID", File},         {"VOL", Counter},       {"WEEK", Counter},      {"WIDE", Remark},      {"WILD", Remark},
-    {"WILDTRACK", Remark}, {"WS", Remark},         {"WT", Remark},         {"XAVC", Format},      {"XDCAM", Format},
-    {"XQ", Format},        {"ZOOM", File},
-};
-static_assert(std::is_sorted(std::begin(kWords), std::end(kWords), Before));
-
-SlateWord MeaningOfLetter(char letter) {
-    return letter == 'S' ? SceneLetter : letter == 'T' ? Take : letter == 'V' ? Counter : Unknown;
+std::unordered_map<std::string_view, SlateWord> MakeWords() {
+    std::unordered_map<std::string_view, SlateWord> words;
+    for (const Row& row : kRows) {
+        for (std::size_t begin = 0; begin < row.words.size();) {
+            const std::size_t end = std::min(row.words.find(' ', begin), row.words.size());
+            words.emplace(row.words.substr(begin, end - begin), row.meaning);
+            begin = end + 1;
+        }
+    }
+    return words;
 }
 
 } // namespace
 
 SlateWord MeaningOf(std::string_view word) {
-    if (word.size() == 1) {
-        return MeaningOfLetter(word.front());
-    }
-    const auto* const found = std::lower_bound(std::begin(kWords), std::end(kWords), Entry{word, Unknown}, Before);
-    return found != std::end(kWords) && found->word == word ? found->meaning : Unknown;
+    static const std::unordered_map<std::string_view, SlateWord> words = MakeWords();
+    const auto found = words.find(word);
+    return found == words.end() ? SlateWord::Unknown : found->second;
 }
 
 bool IsSetUp(std::string_view letters) {

@@ -7,20 +7,18 @@ namespace zonstory {
 /// What a word means on a slate or in a clip's name, as far as it tells what the number beside it is.
 enum class SlateWord {
     Unknown,
-    Scene,       ///< Sc, Scn, Scene: the number after it is the scene.
-    SceneLetter, ///< S alone: a scene where a take goes with it, else a season, a shot, a side.
-    Slate,       ///< Slate, Sl: the number after it is what the clapperboard says.
-    Take,        ///< T, Tk, Take.
-    Shot,        ///< Shot, Set-up, Einstellung, Plan: the number after it is below the scene.
-    Remark,      ///< PU, MOS, WT, wide: goes with a slate; a number after it counts pick-ups or wild tracks.
-    Camera,      ///< Cam, Camera: a letter or number beside it is the camera.
-    Counter,     ///< Roll, card, day, episode: the number after it is not a scene, with or without a letter.
-    File,        ///< Clip, MVI, DSC: counts files.
-    Format,      ///< ProRes, UHD: some numbers after it belong to it.
-    Unit,        ///< fps, bit, mm: the number before it is not a scene.
-    Month,
+    Scene,      ///< Sc, Scene, Szene, Escena: the number after it is the scene.
+    Scenes,     ///< Scenes: two numbers after it are two scenes.
+    Sequence,   ///< S, Seq: a scene where a shot or a take goes with it, else a season, a timeline, a size.
+    Slate,      ///< Slate, Klappe: the number after it is what the clapperboard says.
+    Shot,       ///< Shot, Einstellung, Plan, Plano, Inquadratura: the number after it is below the scene.
+    Take,       ///< T, Take, Prise, Toma, Ciak.
+    Counter,    ///< Roll, card, day, episode, camera: the number after it is no scene, with or without a letter.
+    Remark,     ///< PU, MOS, wide, Acam: goes with a slate; a number glued to it counts pick-ups.
+    Unit,       ///< fps, bit, mm: the number before it is no scene.
     Joiner,     ///< and, to: names a second scene.
-    NumberSign, ///< No, Nr: between a scene word and its number.
+    NumberSign, ///< No, Nr: between a word and its number.
+    Against,    ///< Trailer, drone, interview, song: numbers after it count those.
 };
 
 /// @param word  In capitals without accents, as NameRuns folds it.

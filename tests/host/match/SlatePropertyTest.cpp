@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "host/match/Support.h"
-#include "match/SceneText.h"
 
 #include <rapidcheck/gtest.h> // wants GoogleTest in front
 
@@ -121,30 +120,6 @@ RC_GTEST_PROP(SlateProperties, NoiseMeansNothing, ()) {
         name += (name.empty() ? "" : separator) + AnyNoise();
     }
     RC_ASSERT(SceneOf(AnyCase(name) + ".mov", story) == "-");
-}
-
-RC_GTEST_PROP(SlateProperties, ArbitraryNamesAreTaken, (const std::string& name)) {
-    for (const SlateStyle style : {SlateStyle::Scene, SlateStyle::Continuous}) {
-        for (const Statement& statement : StatePath(name, style)) {
-            RC_ASSERT(statement.readings.size() <= 4 * name.size());
-        }
-    }
-    RC_ASSERT(CanonicalSceneNumber(name).size() <= 2 * name.size());
-}
-
-// Slates cut and glued anywhere: every step of the reader sees text that it half knows.
-RC_GTEST_PROP(SlateProperties, BrokenSlatesAreTaken, ()) {
-    const auto piece = rc::gen::element<std::string>("12", "A", "T", "Sc", "Scene ", "-", "_", " ", ".", "003", "C012",
-                                                     "2024", "01", "x", "fps", "K", "S", "E", "+", "and", "JAN", ":",
-                                                     "\xC3", "\xCC", "\xE2\x80", "R28L", "MVI", "cam");
-    std::string name;
-    for (const std::string& part : *rc::gen::container<std::vector<std::string>>(piece)) {
-        name += part;
-    }
-    const SceneNumbers story({"12", "12A", "3"});
-    const std::string scene = SceneOf(name, story);
-    RC_ASSERT(!scene.empty());
-    RC_ASSERT(ReadSceneField(name).size() <= 4 * name.size() + 1);
 }
 
 } // namespace

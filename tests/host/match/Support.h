@@ -25,7 +25,7 @@ namespace zonstory::test {
 /// What a path says: the number of the scene, or "-" with all that fit behind it when there is no answer.
 inline std::string SceneOf(const std::string& path, const SceneNumbers& story, SlateStyle style = SlateStyle::Scene,
                            Confidence bar = Confidence::Medium) {
-    const Decision decision = Decide(StatePath(path, style), story, bar);
+    const Decision decision = Decide(StatePath(path, story, style), story, bar);
     std::string scene = decision.scene ? story.Number(*decision.scene) : "-";
     for (const std::size_t one : decision.between) {
         scene += " " + story.Number(one);
