@@ -29,9 +29,10 @@ std::unique_ptr<ContainerLayout> ReadAiff(const ByteReader& file) {
     ChunkFindings found;
     found.forms.push_back(ReadForm(file, ChunkOrder::Big, 0, [&](const Chunk& chunk, std::uint64_t before) {
         if (IsOfXMP(file, chunk)) {
-            AddPacket(chunk, before, found);
+            AddPacket(kAiff, chunk, before, found);
         } else if (chunk.name == FourCharacters("SSND")) {
             found.media.push_back(chunk.content);
+            RequireFew(found.media.size());
         }
     }));
     RequireLittleBehind(file, found.forms.back());

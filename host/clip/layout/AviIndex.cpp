@@ -32,8 +32,11 @@ public:
     }
 
     void AddNewer(const ByteRange& index) {
-        if (index.size < kHead || !mFile.Has(index.offset, index.size)) {
+        if (index.size < kHead) {
             return;
+        }
+        if (!mFile.Has(index.offset, index.size)) {
+            throw NoExactWay("an index of it reaches beyond its end");
         }
         const std::uint32_t start = mFile.Little32(index.offset);
         const std::uint64_t row = std::uint64_t{start & 0xFFFF} * 4;
@@ -51,12 +54,10 @@ private:
     // @throws NoExactWay when there are more rows than the file has room for: one index is named many times.
     void Add(std::uint64_t position) {
         constexpr std::uint64_t kLeastRow = 8;
-        if (++mRows > mFile.Size() / kLeastRow) {
+        if (mPositions.size() >= mFile.Size() / kLeastRow) {
             throw NoExactWay("its indexes name each other more than once");
         }
-        if (position < mFile.Size()) {
-            mPositions.push_back(position);
-        }
+        mPositions.push_back(position);
     }
 
     // Both ways are in use, and nothing but what stands there tells which.
@@ -71,8 +72,11 @@ private:
             const std::uint64_t chunk = mFile.Little64(offset);
             Add(chunk);
             constexpr std::uint64_t kChunkHeader = 8;
-            if (mFile.Has(chunk, kChunkHeader + 4) && mFile.Big32(chunk + kChunkHeader) % 256 == kOfMedia) {
-                AddNewer({chunk + kChunkHeader, mFile.Little32(chunk + 4)}); // one of media: no deeper
+            if (!mFile.Has(chunk, kChunkHeader + 4)) {
+                throw NoExactWay("an index of it names another beyond its end");
+            }
+            if (mFile.Big32(chunk + kChunkHeader) % 256 == kOfMedia) { // no deeper
+                AddNewer({chunk + kChunkHeader, mFile.Little32(chunk + 4)});
             }
         }
     }
@@ -85,7 +89,6 @@ private:
 
     const ByteReader& mFile;
     std::vector<std::uint64_t> mPositions;
-    std::uint64_t mRows = 0;
 };
 
 } // namespace

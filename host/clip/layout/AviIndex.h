@@ -16,8 +16,7 @@ struct AviIndexes {
     std::uint64_t movi = 0;       ///< Where "movi", from which an older index may count, stands in the first part.
 };
 
-/// Every position that they name, as a place in the file, in their order; those that lead out of the file, and so to
-/// nothing, are left out.
+/// Every position that they name, as a place in the file, in their order; those too that lead out of it.
 /// @throws NoExactWay when the indexes cannot be true, FileError when the disk fails.
 std::vector<std::uint64_t> ReadAviPositions(const ByteReader& file, const AviIndexes& indexes);
 

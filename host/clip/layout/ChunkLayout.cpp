@@ -38,22 +38,35 @@ std::string Padded(std::string_view packet, std::uint64_t size, bool cameWithPad
 
 } // namespace
 
-void AddPacket(const Chunk& chunk, std::uint64_t before, ChunkFindings& found) {
+void AddPacket(const ChunkFormat& format, const Chunk& chunk, std::uint64_t before, ChunkFindings& found) {
+    if (chunk.content.size <= format.mark.size()) {
+        return;
+    }
     if (chunk.content.size > kLongestPacket) {
         throw NoExactWay("its XMP packet is too long");
     }
     found.packets.push_back({chunk, before, found.forms.size()});
+    RequireFew(found.packets.size());
+}
+
+void RequireFew(std::size_t count) {
+    constexpr std::size_t kMost = 1024;
+    if (count > kMost) {
+        throw NoExactWay("it has more parts than any program makes");
+    }
 }
 
 ChunkLayout::ChunkLayout(const ByteReader& file, const ChunkFormat& format, ChunkFindings found)
     : mFile(file), mFormat(format), mFound(std::move(found)) {}
 
 std::optional<ByteRange> ChunkLayout::Packet() const {
-    return mFound.packets.empty() || Room().size == 0 ? std::nullopt : std::optional(Room());
+    return mFound.packets.empty() ? std::nullopt : std::optional(Room());
 }
 
 std::vector<std::uint64_t> ChunkLayout::Positions() const {
-    return mFound.positions ? mFound.positions() : std::vector<std::uint64_t>();
+    std::vector<std::uint64_t> positions = Named();
+    std::erase_if(positions, [&](std::uint64_t position) { return position >= mFile.Size(); });
+    return positions;
 }
 
 EditPlan ChunkLayout::Write(std::string_view packet) const {
@@ -75,8 +88,7 @@ EditPlan ChunkLayout::Write(std::string_view packet) const {
         Retire(plan.edits);
         Append(packet, plan.edits);
     }
-    plan.edits = InOrder(std::move(plan.edits));
-    return plan;
+    return Finished(std::move(plan));
 }
 
 EditPlan ChunkLayout::Remove() const {
@@ -87,11 +99,23 @@ EditPlan ChunkLayout::Remove() const {
     const Chunk& chunk = Last().chunk;
     if (!MayMoveFrom(chunk.Begin())) {
         Retire(plan.edits);
-        return plan;
+        return Finished(std::move(plan));
     }
     const std::uint64_t begin = CameWithPad() && chunk.next == FormOfLast().chunksEnd ? Last().before : chunk.Begin();
     const std::uint64_t end = std::min(chunk.next, FormOfLast().end);
     AddWithSize(FormOfLast(), {begin, end - begin, ""}, plan.edits);
+    return Finished(std::move(plan));
+}
+
+EditPlan ChunkLayout::Finished(EditPlan plan) const {
+    plan.edits = InOrder(std::move(plan.edits));
+    for (const std::uint64_t position : Named()) {
+        for (const Edit& edit : plan.edits) {
+            if (position >= edit.offset && position - edit.offset < edit.taken) {
+                throw NoExactWay("an index of it names what is no media");
+            }
+        }
+    }
     return plan;
 }
 
@@ -103,6 +127,11 @@ bool ChunkLayout::CameWithPad() const {
     const std::size_t closing = tail.rfind(kClosing);
     const std::string_view before = std::string_view(tail).substr(0, std::min(closing, tail.size()));
     return Last().before < Last().chunk.Begin() && closing != std::string::npos && before.ends_with(kCameWithPad);
+}
+
+// Positions, those too that lead out of the file: in a longer one they would lead to something.
+std::vector<std::uint64_t> ChunkLayout::Named() const {
+    return mFound.positions ? mFound.positions() : std::vector<std::uint64_t>();
 }
 
 // Where the packet's bytes are.
@@ -125,7 +154,7 @@ std::uint64_t ChunkLayout::RoomWithFiller() const {
 
 // Whether nothing that has to stay in its place lies behind.
 bool ChunkLayout::MayMoveFrom(std::uint64_t offset) const {
-    const std::vector<std::uint64_t> positions = Positions();
+    const std::vector<std::uint64_t> positions = Named();
     return std::all_of(mFound.media.begin(), mFound.media.end(),
                        [&](const ByteRange& media) { return media.End() <= offset; }) &&
            std::all_of(positions.begin(), positions.end(), [&](std::uint64_t position) { return position < offset; });

@@ -35,8 +35,11 @@ struct ChunkFindings {
     std::function<std::vector<std::uint64_t>()> positions; ///< Reads the file's indexes, where it has any.
 };
 
-/// Adds a chunk of the form that is being read. @throws NoExactWay when it is too long to be one that is understood.
-void AddPacket(const Chunk& chunk, std::uint64_t before, ChunkFindings& found);
+/// Adds a chunk of the form that is being read, unless it is empty. @throws NoExactWay when it is too long for one.
+void AddPacket(const ChunkFormat& format, const Chunk& chunk, std::uint64_t before, ChunkFindings& found);
+
+/// What is kept of a file stays within bounds. @throws NoExactWay for more of a kind than any program makes.
+void RequireFew(std::size_t count);
 
 /// WAV, AVI and AIFF. The packet is a chunk of its own; of several the last one is it, as for the XMP toolkit. Nothing that
 /// is media, or that an index names, ever moves: a packet that outgrows its room before them leaves a filler there and goes
@@ -58,7 +61,9 @@ private:
     ByteRange Room() const;
     bool CameWithPad() const;
     std::uint64_t RoomWithFiller() const;
+    std::vector<std::uint64_t> Named() const;
     bool MayMoveFrom(std::uint64_t offset) const;
+    EditPlan Finished(EditPlan plan) const;
 
     void Overwrite(std::string_view packet, EditList& edits) const;
     void TakeFiller(std::string_view packet, std::uint64_t room, EditList& edits) const;

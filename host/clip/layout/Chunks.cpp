@@ -78,7 +78,7 @@ std::optional<Chunk> Chunks::Next() {
 std::uint64_t Chunks::SizeOf(std::uint32_t name) {
     const std::uint64_t field = mPosition + 4;
     const std::uint32_t size = mOrder == ChunkOrder::Little ? mFile.Little32(field) : mFile.Big32(field);
-    return mSizes && size == LongSizes::kElsewhere ? mSizes->SizeOf(mFile, name).value_or(size) : size;
+    return mSizes != nullptr && size == LongSizes::kElsewhere ? mSizes->SizeOf(mFile, name).value_or(size) : size;
 }
 
 bool Chunks::BeginsAt(std::uint64_t offset) const {
@@ -86,7 +86,7 @@ bool Chunks::BeginsAt(std::uint64_t offset) const {
         return false;
     }
     const std::uint64_t size = mOrder == ChunkOrder::Little ? mFile.Little32(offset + 4) : mFile.Big32(offset + 4);
-    return size <= mEnd - offset - kChunkHeader || (mSizes && size == LongSizes::kElsewhere);
+    return size <= mEnd - offset - kChunkHeader || (mSizes != nullptr && size == LongSizes::kElsewhere);
 }
 
 // Behind the pad byte of an odd chunk, unless it is plain that its writer left it out: what stands there is a chunk, and

@@ -49,6 +49,7 @@ public:
 
     /// Every position in the file that an index of it names, in the order of the index. After a change each leads to the
     /// same bytes as before, which whoever applies a plan proves with this.
+    /// @throws NoExactWay when the indexes contradict themselves.
     virtual std::vector<std::uint64_t> Positions() const = 0;
 
     /// The edits after which readers find `packet`.

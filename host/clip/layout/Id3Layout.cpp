@@ -60,9 +60,7 @@ public:
     Id3Layout(const ByteReader& file, Id3Tag tag) : mFile(file), mTag(std::move(tag)) {}
 
     std::optional<ByteRange> Packet() const override {
-        return mTag.packets.empty() || mTag.packets.front().packet.size == 0
-                   ? std::nullopt
-                   : std::optional(mTag.packets.front().packet);
+        return mTag.packets.empty() ? std::nullopt : std::optional(mTag.packets.front().packet);
     }
     // The tags at the end of the file are part of it: they stay as the media does.
     std::vector<ByteRange> Media() const override { return {{mTag.MediaBegin(), mFile.Size() - mTag.MediaBegin()}}; }
@@ -161,11 +159,12 @@ std::string Id3Layout::Frame(std::string_view packet, std::uint64_t size) const 
 // In front of a file without a tag.
 EditPlan Id3Layout::NewTag(std::string_view packet) const {
     const std::string frame = Frame(packet, HeadSize() + packet.size() + kOwnWhiteSpace);
-    const std::uint64_t size = UpToStep(kId3Header + frame.size());
+    const std::int64_t growth = UpToStep(static_cast<std::int64_t>(kId3Header + frame.size()));
+    const auto size = static_cast<std::uint64_t>(growth);
     RequireTagSize(size);
     std::string tag = std::string("ID3\3\0\0", 6) + SevenBitBytes(size - kId3Header) + frame;
     tag.resize(static_cast<std::size_t>(size));
-    return {{{0, 0, std::move(tag)}}, {MovesBy(static_cast<std::int64_t>(size))}};
+    return {{{0, 0, std::move(tag)}}, {MovesBy(growth)}};
 }
 
 EditPlan Id3Layout::Replaced(std::string frame) const {

@@ -167,11 +167,15 @@ private:
         const bool statesLength = (frame.flags & flags.length) != 0;
         const std::uint64_t prefix = ((frame.flags & flags.group) != 0 ? 1 : 0) + (statesLength ? 4 : 0);
         const std::uint64_t start = prefix + kOwnerSize;
-        if (frame.content.size < start || mFile.Big32(frame.content.offset + prefix) != FourCharacters("XMP\0")) {
+        if (frame.content.size <= start || mFile.Big32(frame.content.offset + prefix) != FourCharacters("XMP\0")) {
             return;
         }
         const ByteRange packet{frame.content.offset + start, frame.content.size - start};
         RequirePlain(frame, packet);
+        constexpr std::size_t kMostPackets = 1024;
+        if (mTag.packets.size() >= kMostPackets) {
+            throw NoExactWay("it has more XMP packets than any program makes");
+        }
         mTag.packets.push_back({frame.whole, packet, prefix, statesLength});
     }
 

@@ -29,9 +29,10 @@ ChunkFindings FindInWave(const ByteReader& file) {
     ChunkFindings found;
     found.forms.push_back(ReadForm(file, ChunkOrder::Little, 0, [&](const Chunk& chunk, std::uint64_t before) {
         if (chunk.name == kRiff.name) {
-            AddPacket(chunk, before, found);
+            AddPacket(kRiff, chunk, before, found);
         } else if (chunk.name == FourCharacters("data") || IsListOf(file, chunk, FourCharacters("wavl"))) {
             found.media.push_back(chunk.content);
+            RequireFew(found.media.size());
         }
     }));
     RequireTrueLength(file, found);
@@ -46,6 +47,7 @@ void FindIndexesOfStreams(const ByteReader& file, const ByteRange& list, AviInde
             while (const std::optional<Chunk> part = inner.Next()) {
                 if (part->name == FourCharacters("indx")) {
                     indexes.newer.push_back(part->content);
+                    RequireFew(indexes.newer.size());
                 }
             }
         }
@@ -57,19 +59,22 @@ ChunkFindings FindInAvi(const ByteReader& file) {
     AviIndexes indexes;
     const auto visit = [&](const Chunk& chunk, std::uint64_t before) {
         if (chunk.name == kRiff.name) {
-            AddPacket(chunk, before, found);
+            AddPacket(kRiff, chunk, before, found);
         } else if (IsListOf(file, chunk, FourCharacters("movi"))) {
             indexes.movi = found.media.empty() ? chunk.content.offset : indexes.movi;
             found.media.push_back({chunk.content.offset + 4, chunk.content.size - 4});
+            RequireFew(found.media.size());
         } else if (IsListOf(file, chunk, FourCharacters("hdrl"))) {
             FindIndexesOfStreams(file, chunk.content, indexes);
         } else if (chunk.name == FourCharacters("idx1")) {
             indexes.older.push_back(chunk.content);
+            RequireFew(indexes.older.size());
         }
     };
     std::uint64_t next = 0;
     do {
         found.forms.push_back(ReadForm(file, ChunkOrder::Little, next, visit));
+        RequireFew(found.forms.size());
         next = found.forms.back().end + found.forms.back().end % 2;
     } while (file.Has(next, kFormHeader) && file.Big32(next) == FourCharacters("RIFF") &&
              file.Big32(next + kChunkHeader) == FourCharacters("AVIX"));

@@ -5,6 +5,8 @@
 
 #include <gmock/gmock.h>
 
+#include "clip/layout/ChunkForm.h"
+#include "host/clip/MadeChunks.h"
 #include "support/LayoutInvariants.h"
 
 #include <rapidcheck/gtest.h> // wants GoogleTest in front
@@ -12,23 +14,10 @@
 namespace {
 
 using namespace std::string_literals;
+using support::Chunk;
+using support::Little;
+using support::Number;
 using zonstory::ByteRange;
-
-std::string Number(std::uint64_t value, bool isBig, std::size_t width = 4) {
-    std::string bytes;
-    for (std::size_t index = 0; index < width; ++index) {
-        bytes += static_cast<char>(value >> 8 * (isBig ? width - 1 - index : index) & 0xFF);
-    }
-    return bytes;
-}
-
-std::string Little(std::uint64_t value, std::size_t width = 4) {
-    return Number(value, false, width);
-}
-
-std::string Chunk(const std::string& name, const std::string& content, bool isBig = false) {
-    return name + Number(content.size(), isBig) + content + std::string(content.size() % 2, '\0');
-}
 
 bool Maybe(int oneIn = 2) {
     return *rc::gen::inRange(0, oneIn) == 0;
@@ -168,7 +157,8 @@ TEST(ChunkLayout, LeavesAloneWhatIsOdd) {
         {riff("odd " + Little(3) + "odd" + data), "not padded"},
         {riff(data + "\x01\x02\x03\x04 what is this"), "not understood"},
         {riff(data) + std::string(70000, 'x'), "much lies behind"},
-        {"RF64" + Little(52) + "WAVE" + Chunk("ds64", Little(0, 8) + Little(9, 8) + Little(0, 12)) + data, "ds64"},
+        {"RF64" + Little(52) + "WAVE" + Chunk("ds64", Little(0, 8) + Little(9, 8) + std::string(12, '\0')) + data,
+         "ds64"},
     };
     for (const auto& [file, reason] : files) {
         try {
@@ -178,6 +168,10 @@ TEST(ChunkLayout, LeavesAloneWhatIsOdd) {
             EXPECT_THAT(error.what(), testing::HasSubstr(reason));
         }
     }
+    zonstory::ChunkForm full;
+    full.sizeField = {4, 4};
+    full.size = 0xFFFFFFF0;
+    EXPECT_THROW(zonstory::ResizeForm(full, 100), zonstory::NoExactWay);
     EXPECT_THROW(support::LayoutOf(Chunk("RIFF", "WAVEdata" + Little(99) + "1234")), zonstory::DamagedFile);
     EXPECT_THROW(support::LayoutOf(Chunk("FORM", "AIFFSSND" + Number(99, true) + "1234", true)), zonstory::DamagedFile);
 }
