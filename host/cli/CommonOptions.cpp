@@ -74,20 +74,25 @@ CLI::Option* AddClips(CLI::App& command, std::vector<std::string>& clips, bool& 
 }
 
 void AddSidecar(CLI::App& command, ClipOptions& options) {
-    command.add_flag("--sidecar", options.forceSidecar, "Use a sidecar, also where the clip itself could carry XMP");
+    AddChoice<Placement>(command, "--place", options.placement,
+                         {{"auto", Placement::Auto}, {"inside", Placement::Inside}, {"sidecar", Placement::Sidecar}},
+                         "Where metadata goes: inside a clip where that leaves all else in it as it is, else beside it "
+                         "(auto, unless given); inside or nowhere; into a sidecar");
+    command.add_flag_callback(
+        "--sidecar", [&options] { options.placement = Placement::Sidecar; }, "As --place sidecar");
     AddChoice<SidecarName>(command, "--sidecar-name", options.sidecarName,
                            {{"short", SidecarName::Short}, {"full", SidecarName::Full}},
                            "Name a new sidecar clip.xmp (short, unless given) or clip.mov.xmp (full)");
 }
 
 void AddBatch(CLI::App& command, BatchOptions& options) {
-    command.add_flag("-n,--dry-run", options.clip.dryRun, "Go the whole way and stop before any file changes");
+    command.add_flag("-n,--dry-run", options.clip.dryRun, "Say what would be done; nothing is copied or changed");
     command.add_flag("--paths", options.showPaths, "Print the metadata paths that changed under each clip");
     AddSidecar(command, options.clip);
     command.add_flag("--preserve-time", options.clip.preserveTime, "Keep the files' modification times");
     command.add_flag_callback(
-        "--no-verify", [&options] { options.clip.verifyEssence = false; },
-        "Do not hash picture and sound before and after");
+        "--no-verify", [&options] { options.clip.verifyMedia = false; },
+        "Do not compare picture and sound in the new version with the old");
     command
         .add_option("-j,--jobs", options.jobs,
                     "How many clips to work on at once; 4 unless given, 0 for one a processor")

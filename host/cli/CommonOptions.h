@@ -21,7 +21,7 @@ void AddFormat(CLI::App& command, Format& format);
 /// Clips as positional arguments, and --recursive.
 /// @return The positional option, not required.
 CLI::Option* AddClips(CLI::App& command, std::vector<std::string>& clips, bool& recursive);
-/// --sidecar and --sidecar-name.
+/// --place, --sidecar and --sidecar-name.
 void AddSidecar(CLI::App& command, ClipOptions& options);
 /// Everything about changing many clips, sidecars included.
 void AddBatch(CLI::App& command, BatchOptions& options);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -8,6 +9,7 @@
 
 #include <zonstoryparser/XMPToolkit.h>
 
+#include "clip/layout/Edit.h"
 #include "files/FileError.h"
 
 /// A clip as the program sees it: a file that carries XMP inside, or beside it in a sidecar.
@@ -20,12 +22,19 @@ enum class Target { Inside, Sidecar };
 /// How a sidecar is named: clip.xmp, or clip.mov.xmp.
 enum class SidecarName { Short, Full };
 
+/// Where a clip's metadata goes.
+enum class Placement {
+    Auto,   ///< Inside where that leaves all else as it is, else into a sidecar.
+    Inside, ///< Inside or nowhere.
+    Sidecar ///< Into a sidecar, also where the container has a place for it.
+};
+
 struct ClipOptions {
-    bool forceSidecar = false;                    ///< Never write inside, also where the container can.
+    Placement placement = Placement::Auto;
     SidecarName sidecarName = SidecarName::Short; ///< For a sidecar that does not exist yet.
-    bool verifyEssence = true;                    ///< Hash the media before and after.
+    bool verifyMedia = true;                      ///< Compare picture and sound in the new version with the old.
     bool preserveTime = false;                    ///< The file keeps its modification time.
-    bool dryRun = false;                          ///< Go the whole way and stop before the file changes.
+    bool dryRun = false;                          ///< Say what would be done; nothing is copied.
     std::chrono::seconds settle{0};               ///< Refuse a file that was changed more recently.
 };
 
@@ -35,6 +44,18 @@ struct ClipContents {
     std::filesystem::path file; ///< The file that holds the XMP, or would: the clip itself or its sidecar. Absolute.
     bool hasXMP = false;
     SXMPMeta xmp;
+    std::vector<std::string> notes; ///< What the user should know, as in UpdateResult.
+};
+
+/// A change of a file as it was made: the edits, and those that take it back. A sidecar that is not there has no bytes.
+struct RecordedEdits {
+    std::uint64_t sizeBefore = 0;
+    std::uint64_t sizeAfter = 0;
+    EditList edits;
+    EditList inverse;
+
+    /// The way back.
+    RecordedEdits Reversed() const { return {sizeAfter, sizeBefore, inverse, edits}; }
 };
 
 enum class Outcome { Written, Unchanged, WouldWrite };
@@ -47,6 +68,7 @@ struct UpdateResult {
                                     ///< clip's name.
     std::vector<std::string> warnings; ///< As `notes`, of what is not as it was: other hard links keep the old version,
                                        ///< an owner or an attribute could not be kept.
+    RecordedEdits record;              ///< Of `file`. Nothing where nothing would change.
 };
 
 /// Why one clip could not be read or changed, in one line without the clip's name, to be said behind it: "is empty". The
@@ -59,21 +81,30 @@ public:
 /// Reads what a clip carries; changes nothing, and waits for nobody: what it finds is the version before or after another
 /// run's.
 ///
-/// A clip is any name of a regular file; links are followed. Where the toolkit can write into its format it is read
-/// inside, also when a sidecar lies beside it, else from its sidecar.
-/// @throws ClipError when the clip is missing, unreadable, empty or itself a sidecar, or its sidecar is no XMP.
+/// A clip is any name of a regular file; links are followed. Where metadata can be written inside it is read there, also
+/// when a sidecar lies beside it; else from its sidecar, and where there is none, from inside after all.
+/// @throws ClipError when the clip is missing, unreadable, empty, damaged or itself a sidecar, or its sidecar is no XMP.
 ClipContents ReadClip(const std::filesystem::path& clip, const ClipOptions& options);
 
 /// Changes a clip's metadata. `change` gets what the clip carries now (an empty object if nothing). Where its result
 /// says the same as before, no file is touched. Otherwise the clip under its name is at every moment the old one or the
 /// new one, whole; of runs on one clip at the same time, one waits for the other.
 ///
-/// @param change  Called once; a second time, from the start and with a fresh object, when another run changed the clip
-///                while this one waited for it. So it collects nothing without clearing it first.
+/// @param change  Called once, and again from the start and with a fresh object when it turns out that the metadata goes
+///                into a sidecar, or when another run changed the clip while this one waited for it. So it collects
+///                nothing without clearing it first.
 /// @param kept    As in Workspace (clip/Workspace.h), for those who change many clips.
 /// @throws ClipError, ClipInterrupted (clip/Interrupt.h) among them, and whatever `change` throws; the clip is then as
 ///         it was and nothing is left beside it.
 UpdateResult UpdateClip(const std::filesystem::path& clip, const ClipOptions& options,
                         const std::function<void(SXMPMeta&)>& change, KeptFolder* kept = nullptr);
+
+/// Makes a recorded change of a file, a clip or a sidecar, as UpdateClip() makes one: the new version is proven and takes
+/// the name in one step. What was done is taken back by its record reversed.
+/// @param options  Of these, where the metadata goes means nothing.
+/// @throws FileError when the file has not the size, or in the edits' places not the bytes, that the record says; as
+///         UpdateClip() otherwise.
+UpdateResult RepeatEdits(const std::filesystem::path& file, const RecordedEdits& record, const ClipOptions& options,
+                         KeptFolder* kept = nullptr);
 
 } // namespace zonstory

@@ -1,8 +1,7 @@
 #include "clip/CopyFile.h"
 
 #include <algorithm>
-#include <cstddef>
-#include <string>
+#include <memory>
 #include <string_view>
 
 #include <fcntl.h>
@@ -12,9 +11,10 @@
 #include <sys/statvfs.h>
 #include <unistd.h>
 
-#include "clip/Clip.h"
 #include "clip/ClipProgress.h"
+#include "clip/EditPlaces.h"
 #include "clip/Interrupt.h"
+#include "files/FileError.h"
 #include "files/SystemError.h"
 #include "files/WriteAll.h"
 
@@ -22,14 +22,13 @@ namespace zonstory {
 
 namespace {
 
-constexpr std::int64_t kPiece = std::int64_t{16} << 20; // what is copied between two looks at the interrupt flag
-constexpr std::size_t kBufferSize = std::size_t{1} << 18;
-constexpr std::int64_t kSpaceForMetadata = std::int64_t{1} << 20; // what the copy grows by, and the folder's own
+constexpr std::uint64_t kPiece = std::uint64_t{16} << 20; // what is copied between two looks at the interrupt flag
+constexpr std::size_t kBufferSize = std::size_t{1} << 20;
+constexpr std::uint64_t kBlock = 4096; // what file systems share, and by what layouts move media
+constexpr std::uint64_t kWorthSharing = 64 * kBlock;
+constexpr std::uint64_t kSpaceForMetadata = std::uint64_t{1} << 20; // the folder's own
 constexpr const char* kAttempt = "cannot copy it";
-
-bool SharesBlocks(const FileDescriptor& from, const FileDescriptor& to) {
-    return ::ioctl(to.Get(), FICLONE, from.Get()) == 0;
-}
+constexpr const char* kShorter = "became shorter while it was copied";
 
 // Errors that say "not between these two files" rather than "not at all".
 bool IsUnsupported(int error) {
@@ -37,50 +36,126 @@ bool IsUnsupported(int error) {
            error == EPERM;
 }
 
-// How many bytes the system copied: all, or none where it does not know how.
-std::int64_t CopyInSystem(const FileDescriptor& from, const FileDescriptor& to, std::int64_t size) {
-    std::int64_t done = 0;
-    while (done < size) {
-        ThrowIfInterrupted();
-        const auto piece = static_cast<std::size_t>(std::min(kPiece, size - done));
-        const ssize_t copied = ::copy_file_range(from.Get(), &done, to.Get(), nullptr, piece, 0);
-        if (copied > 0 || (copied < 0 && errno == EINTR)) {
-            CountBytes(copied > 0 ? static_cast<std::uint64_t>(copied) : 0);
-            continue; // `done` has moved on
-        }
-        if (done == 0 && (copied == 0 || IsUnsupported(errno))) {
-            return 0;
-        }
-        if (copied == 0) {
-            throw ClipError("became shorter while it was copied");
-        }
-        ThrowSystemError(kAttempt);
-    }
-    return done;
-}
+/// Copies stretches from one file to another.
+class Copier {
+public:
+    Copier(const FileDescriptor& from, std::uint64_t size, const FileDescriptor& to)
+        : mFrom(from), mSize(size), mTo(to) {}
 
-void CopyByHand(const FileDescriptor& from, const FileDescriptor& to, std::int64_t size) {
-    std::string buffer(kBufferSize, '\0');
-    for (std::int64_t done = 0; done < size;) {
-        ThrowIfInterrupted();
-        const auto wanted = std::min(buffer.size(), static_cast<std::size_t>(size - done));
-        const ssize_t got = ::pread(from.Get(), buffer.data(), wanted, done);
+    /// Whether the middle of it, where whole blocks lie, is the new version's now without having been copied.
+    bool Share(const Stretch& stretch) {
+        const Stretch middle = MiddleOf(stretch);
+        if (middle.size < kWorthSharing) {
+            return false;
+        }
+        const bool reachesEnd = middle.from + middle.size == mSize; // the last block may be shorter there
+        file_clone_range range{};
+        range.src_fd = mFrom.Get();
+        range.src_offset = middle.from;
+        range.src_length = reachesEnd ? 0 : middle.size;
+        range.dest_offset = middle.to;
+        return ::ioctl(mTo.Get(), FICLONERANGE, &range) == 0;
+    }
+
+    /// What Share() leaves.
+    void CopyAround(const Stretch& stretch) {
+        const Stretch middle = MiddleOf(stretch);
+        const std::uint64_t head = middle.from - stretch.from;
+        Copy({stretch.from, stretch.to, head});
+        const std::uint64_t done = head + middle.size;
+        Copy({stretch.from + done, stretch.to + done, stretch.size - done});
+    }
+
+    void Copy(Stretch stretch) {
+        while (stretch.size > 0) {
+            ThrowIfInterrupted();
+            const std::uint64_t wanted = std::min(kPiece, stretch.size);
+            const std::uint64_t done = mSystemCopies ? CopyInSystem(stretch, wanted) : CopyByHand(stretch, wanted);
+            stretch = {stretch.from + done, stretch.to + done, stretch.size - done};
+            CountBytes(done);
+        }
+    }
+
+private:
+    Stretch MiddleOf(const Stretch& stretch) const {
+        if (stretch.from % kBlock != stretch.to % kBlock) {
+            return {stretch.from, stretch.to, 0};
+        }
+        const std::uint64_t head = std::min(stretch.size, (kBlock - stretch.from % kBlock) % kBlock);
+        const bool reachesEnd = stretch.from + stretch.size == mSize;
+        const std::uint64_t rest = stretch.size - head;
+        return {stretch.from + head, stretch.to + head, reachesEnd ? rest : rest - rest % kBlock};
+    }
+
+    // Returns 0 where the system does not know how.
+    std::uint64_t CopyInSystem(const Stretch& stretch, std::uint64_t wanted) {
+        auto from = static_cast<off64_t>(stretch.from);
+        auto to = static_cast<off64_t>(stretch.to);
+        const ssize_t copied = ::copy_file_range(mFrom.Get(), &from, mTo.Get(), &to, wanted, 0);
+        if (copied > 0) {
+            return static_cast<std::uint64_t>(copied);
+        }
+        if (copied < 0 && !IsUnsupported(errno) && errno != EINTR) {
+            ThrowSystemError(kAttempt);
+        }
+        mSystemCopies = copied < 0 && errno == EINTR; // nothing copied: the file is shorter, or the system cannot tell
+        return 0;
+    }
+
+    std::uint64_t CopyByHand(const Stretch& stretch, std::uint64_t wanted) {
+        if (!mBuffer) {
+            mBuffer = std::make_unique_for_overwrite<char[]>(kBufferSize);
+        }
+        const ssize_t got = ::pread(mFrom.Get(), mBuffer.get(), std::min<std::size_t>(kBufferSize, wanted),
+                                    static_cast<off_t>(stretch.from));
         if (got < 0 && errno == EINTR) {
-            continue;
+            return 0;
         }
         if (got < 0) {
             ThrowSystemError(kAttempt);
         }
         if (got == 0) {
-            throw ClipError("became shorter while it was copied");
+            throw FileError(kShorter);
         }
-        WriteAll(to, std::string_view(buffer.data(), static_cast<std::size_t>(got)));
-        done += got;
-        CountBytes(static_cast<std::uint64_t>(got));
+        WriteAllAt(mTo, std::string_view(mBuffer.get(), static_cast<std::size_t>(got)), stretch.to);
+        return static_cast<std::uint64_t>(got);
+    }
+
+    const FileDescriptor& mFrom;
+    std::uint64_t mSize;
+    const FileDescriptor& mTo;
+    bool mSystemCopies = true;
+    std::unique_ptr<char[]> mBuffer;
+};
+
+// The longest first: whether it can be shared decides how much space is needed.
+void CopyStretches(Copier& copier, std::vector<Stretch> stretches, std::uint64_t newSize,
+                   const FileDescriptor& folder) {
+    std::sort(stretches.begin(), stretches.end(),
+              [](const Stretch& left, const Stretch& right) { return left.size > right.size; });
+    const bool sharesBlocks = !stretches.empty() && copier.Share(stretches.front());
+    if (!sharesBlocks) {
+        RequireFreeSpace(folder, newSize + kSpaceForMetadata);
+    }
+    for (std::size_t index = 0; index < stretches.size(); ++index) {
+        if (sharesBlocks && (index == 0 || copier.Share(stretches[index]))) {
+            copier.CopyAround(stretches[index]);
+        } else {
+            copier.Copy(stretches[index]);
+        }
     }
 }
 
-std::string InWords(std::int64_t bytes) {
+// Starts writing to the disk what is in memory, so that the flush at the end finds most of it done.
+void StartFlush(const FileDescriptor& file, std::uint64_t size) {
+    constexpr std::uint64_t kSmall = std::uint64_t{8} << 20;
+    constexpr off_t kToTheEnd = 0;
+    if (size > kSmall) {
+        ::sync_file_range(file.Get(), 0, kToTheEnd, SYNC_FILE_RANGE_WRITE);
+    }
+}
+
+std::string InWords(std::uint64_t bytes) {
     constexpr double kMega = 1e6;
     constexpr double kGiga = 1e9;
     const auto value = static_cast<double>(bytes);
@@ -89,24 +164,26 @@ std::string InWords(std::int64_t bytes) {
 
 } // namespace
 
-void CopyFile(const FileDescriptor& from, const FileDescriptor& to, std::int64_t size, const FileDescriptor& folder,
-              int spaceFactor) {
-    const bool isShared = SharesBlocks(from, to);
-    const std::int64_t copies = isShared ? spaceFactor - 1 : spaceFactor;
-    RequireFreeSpace(folder, copies * size + kSpaceForMetadata);
-    if (!isShared && CopyInSystem(from, to, size) == 0) {
-        CopyByHand(from, to, size);
+void CopyEdited(const FileDescriptor& from, std::uint64_t size, const EditList& edits, const FileDescriptor& to,
+                const FileDescriptor& folder) {
+    Copier copier(from, size, to);
+    CopyStretches(copier, StretchesOf(edits, size), SizeAfter(edits, size), folder);
+    std::uint64_t moved = 0;
+    for (const Edit& edit : edits) {
+        WriteAllAt(to, edit.put, edit.offset + moved);
+        moved += edit.put.size() - edit.taken;
     }
+    StartFlush(to, size);
 }
 
-void RequireFreeSpace(const FileDescriptor& folder, std::int64_t needed) {
+void RequireFreeSpace(const FileDescriptor& folder, std::uint64_t needed) {
     struct statvfs space {};
     if (::fstatvfs(folder.Get(), &space) != 0 || space.f_blocks == 0) {
         return; // a file system that does not tell
     }
-    const auto available = static_cast<std::int64_t>(space.f_bavail * space.f_frsize);
+    const std::uint64_t available = std::uint64_t{space.f_bavail} * space.f_frsize;
     if (available < needed) {
-        throw ClipError(
+        throw FileError(
             fmt::format("needs {} of free space in its folder, which has {}", InWords(needed), InWords(available)));
     }
 }

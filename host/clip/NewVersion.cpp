@@ -1,144 +1,113 @@
 #include "clip/NewVersion.h"
 
 #include <algorithm>
-#include <optional>
 
-#include <fcntl.h>
-
+#include "clip/CopyFile.h"
+#include "clip/EditPlaces.h"
 #include "clip/EmbeddedXMP.h"
-#include "clip/Essence.h"
 #include "clip/Interrupt.h"
-#include "clip/IsoBoxes.h"
-#include "clip/MovPacket.h"
-#include "clip/SameMetadata.h"
-#include "clip/Sidecar.h"
+#include "clip/SameBytes.h"
 #include "files/FileSize.h"
 
 namespace zonstory {
 
 namespace {
 
-bool IsIso(XMP_FileFormat format) {
-    return format == kXMP_MOVFile || format == kXMP_MPEG4File;
+// A sidecar that does not exist yet has no bytes.
+ByteReader OldBytes(const ClipState& state) {
+    return state.reader ? *state.reader : ByteReader(state.file.File(), 0);
 }
 
-bool Carries(const SXMPMeta& written, const ClipState& state) {
-    return state.wanted.IsWhatWasWritten(MetadataContent(written), state.before);
+void RequireSamePlaces(const ContainerLayout& old, const EditList& edits, const ContainerLayout& made) {
+    const NewPlaces places(edits);
+    const auto leadsThere = [&](std::uint64_t before, std::uint64_t after) { return places.Of(before) == after; };
+    const std::vector<std::uint64_t> before = old.Positions();
+    const std::vector<std::uint64_t> after = made.Positions();
+    if (!std::equal(before.begin(), before.end(), after.begin(), after.end(), leadsThere)) {
+        throw ClipError("its index would not lead to its media any more");
+    }
+    const auto isSame = [&](ByteRange range, ByteRange madeRange) {
+        return range.size == madeRange.size && leadsThere(range.offset, madeRange.offset);
+    };
+    const std::vector<ByteRange> media = old.Media();
+    const std::vector<ByteRange> madeMedia = made.Media();
+    if (!std::equal(media.begin(), media.end(), madeMedia.begin(), madeMedia.end(), isSame)) {
+        throw ClipError("its media would not be found again");
+    }
 }
 
-void RequireWantedMetadata(const SXMPMeta& written, const ClipState& state) {
-    if (!Carries(written, state)) {
+void RequireWanted(const ContainerLayout& layout, const ByteReader& made, const MetadataContent& wanted) {
+    std::string packet;
+    if (const std::optional<ByteRange> range = layout.Packet()) {
+        packet.resize(static_cast<std::size_t>(range->size));
+        made.Read(range->offset, packet.data(), packet.size());
+    }
+    packet.resize(packet.find_last_not_of('\0') + 1);
+    if (MetadataContent(SXMPMeta(packet.data(), packet.size())) != wanted) {
         throw ClipError("the metadata read back from its copy is not what was written");
     }
 }
 
-void RequireNothingMoved(const Essence& before, const Essence& after) {
-    const auto isSame = [](ByteRange left, ByteRange right) {
-        return left.offset == right.offset && left.size == right.size;
-    };
-    if (!std::equal(before.ranges.begin(), before.ranges.end(), after.ranges.begin(), after.ranges.end(), isSame)) {
-        throw ClipError("its media would not be found again after writing inside");
+// The properties that the toolkit's reader of this container does not see as they are said.
+std::vector<PropertyName> NotSeen(std::vector<PropertyName> names, const EmbeddedXMP& read,
+                                  const MetadataContent& said) {
+    const MetadataContent seen(read.xmp);
+    std::erase_if(names, [&](const PropertyName& name) { return seen.Text(name) == said.Text(name); });
+    return names;
+}
+
+// That reader puts some of the file's other metadata in the place of the packet's, and does not know every file that is
+// sound. So it has to see in the new version what it saw in the old one.
+void RequireSeen(const ClipState& state, const Replacement& replacement, const FileDescriptor& copy) {
+    const std::vector<PropertyName> changed = state.wanted.Differences(state.before);
+    const std::vector<PropertyName> missing = NotSeen(changed, ReadEmbeddedXMP(replacement.Path(), copy), state.wanted);
+    if (missing.empty()) {
+        return;
+    }
+    const EmbeddedXMP old = ReadEmbeddedXMP(state.file.Path(), state.file.File());
+    if (old.isRead && NotSeen(missing, old, state.before).size() < missing.size()) {
+        throw ClipError("the XMP toolkit would not find what is written");
     }
 }
 
-// A media file open for reading, with what is known of its layout.
-struct MediaFile {
-    MediaFile(const FileDescriptor& file, std::uint64_t size, XMP_FileFormat format)
-        : reader(file, size), essence(FindEssence(reader, format)) {
-        if (IsIso(format)) {
-            iso = ReadIsoLayout(reader);
-        }
+void Prove(const ClipState& state, const ClipOptions& options, const ByteReader& old, const ByteReader& made) {
+    const bool leavesOutMedia = state.layout && !options.verifyMedia;
+    RequireEdited(old, state.edits, made, leavesOutMedia ? state.layout->Media() : std::vector<ByteRange>());
+    if (!state.layout) {
+        return;
     }
-
-    bool HasIndexInFront() const { return iso && iso->indexInFront; }
-
-    ByteReader reader;
-    Essence essence;
-    std::optional<IsoLayout> iso;
-};
-
-void RequireSameMedia(const MediaFile& before, const MediaFile& after, const ClipOptions& options,
-                      std::vector<std::string>& notes) {
-    if (before.essence.mustNotMove) {
-        RequireNothingMoved(before.essence, after.essence);
+    const std::unique_ptr<ContainerLayout> layout = ReadLayout(made, state.Extension());
+    RequireSamePlaces(*state.layout, state.edits, *layout);
+    if (state.wanted != state.before) { // else nothing is known of the metadata but its bytes
+        RequireWanted(*layout, made, state.wanted);
     }
-    if (before.iso) {
-        RequireSameMediaPositions(before.reader, *before.iso, after.reader, *after.iso);
-    }
-    if (options.verifyEssence && before.essence.isKnown) {
-        RequireSameEssence(before.reader, before.essence, after.reader, after.essence);
-    } else if (options.verifyEssence) {
-        notes.emplace_back("its media was not compared, since its format is not known closely enough");
-    }
-}
-
-void WriteCopy(const ClipState& state, Layout layout, Replacement& replacement) {
-    constexpr int kWithSecondCopy = 2; // the toolkit moves an index by making a copy of its own
-    replacement.CopyTarget(layout == Layout::IndexInFront ? kWithSecondCopy : 1);
-    ThrowIfInterrupted();
-    WriteEmbeddedXMP(replacement.Path(), state.xmp, layout);
-    ThrowIfInterrupted();
-}
-
-// Whether the copy has the layout that a file with its index in front is to have as well.
-bool KeepsIndexInFront(const MediaFile& before, const ClipState& state, const Replacement& replacement) {
-    if (!before.HasIndexInFront()) {
-        return true;
-    }
-    const FileDescriptor copy = replacement.Open(O_RDONLY);
-    return MediaFile(copy, FileSize(copy), state.format).HasIndexInFront();
-}
-
-// A MOV's index holds its metadata, grows with it and then moves to the end; the metadata of an MP4 goes behind all.
-// The pieces of a fragmented file name their places in it, which the toolkit does not correct when it moves them.
-Layout FirstLayout(const MediaFile& before, const ClipState& state) {
-    const bool willMove = state.format == kXMP_MOVFile && before.HasIndexInFront();
-    return willMove && !before.essence.mustNotMove ? Layout::IndexInFront : Layout::AsItFalls;
-}
-
-void RequireMetadataInCopy(const ClipState& state, const FileDescriptor& copy, const Replacement& replacement) {
-    const auto read = [&] { return ReadEmbeddedXMP(replacement.Path(), copy).xmp; };
-    SXMPMeta written = read();
-    if (state.format == kXMP_MOVFile && !Carries(written, state) && OverwriteMovPacket(copy, state.xmp)) {
-        written = read();
-    }
-    RequireWantedMetadata(written, state);
-}
-
-std::vector<std::string> PrepareClip(const ClipState& state, const ClipOptions& options, Replacement& replacement) {
-    std::vector<std::string> notes;
-    const MediaFile before(state.file.File(), static_cast<std::uint64_t>(state.file.Status().st_size), state.format);
-    WriteCopy(state, FirstLayout(before, state), replacement);
-    if (!KeepsIndexInFront(before, state, replacement) && !before.essence.mustNotMove) {
-        replacement.Discard();
-        WriteCopy(state, Layout::IndexInFront, replacement);
-    }
-    const FileDescriptor copy = replacement.Open(O_RDWR);
-    RequireMetadataInCopy(state, copy, replacement);
-    const MediaFile after(copy, FileSize(copy), state.format);
-    if (before.HasIndexInFront() && !after.HasIndexInFront()) {
-        throw ClipError("its index would not stay in front of its media");
-    }
-    RequireSameMedia(before, after, options, notes);
-    return notes;
-}
-
-void PrepareSidecar(const ClipState& state, Replacement& replacement) {
-    replacement.Write(SidecarText(state.xmp));
-    RequireWantedMetadata(ReadSidecar(replacement.Open(O_RDONLY)), state);
 }
 
 } // namespace
 
-std::vector<std::string> PrepareNewVersion(const ClipState& state, const ClipOptions& options,
-                                           Replacement& replacement) try {
-    if (state.target == Target::Inside) {
-        return PrepareClip(state, options, replacement);
+RecordedEdits PrepareNewVersion(const ClipState& state, const ClipOptions& options, Replacement& replacement) {
+    const ByteReader old = OldBytes(state);
+    if (!AreInOrder(state.edits, old.Size())) {
+        throw ClipError("does not have the bytes that were to be changed");
     }
-    PrepareSidecar(state, replacement);
-    return {};
-} catch (const XMP_Error& error) {
-    throw ClipError(std::string("its metadata cannot be written: ") + error.what());
+    RecordedEdits record{old.Size(), SizeAfter(state.edits, old.Size()), state.edits, InverseOf(state.edits, old)};
+    const FileDescriptor& copy = replacement.Create();
+    CopyEdited(state.file.File(), old.Size(), state.edits, copy, state.file.FolderDescriptor());
+    ThrowIfInterrupted();
+    try {
+        const ByteReader made(copy, FileSize(copy));
+        Prove(state, options, old, made);
+        if (state.layout && state.wanted != state.before) {
+            RequireSeen(state, replacement, copy);
+        }
+    } catch (const DamagedFile& error) {
+        throw ClipError(std::string("its copy ") + error.what());
+    } catch (const NoExactWay& error) {
+        throw ClipError(std::string("its copy would not be read, since ") + error.what());
+    } catch (const XMP_Error& error) {
+        throw ClipError(std::string("the metadata in its copy cannot be read: ") + error.what());
+    }
+    return record;
 }
 
 } // namespace zonstory

@@ -8,11 +8,11 @@
 
 namespace zonstory {
 
-/// Prepares the version of a clip or sidecar that carries the state's metadata, and proves that it does: the metadata
-/// read back is what was to be written, and the media is the same.
-/// @return What the user should know.
-/// @throws ClipError when anything is not as it should be; ClipInterrupted. The clip itself is not touched.
-std::vector<std::string> PrepareNewVersion(const ClipState& state, const ClipOptions& options,
-                                           Replacement& replacement);
+/// Prepares the version of a clip or sidecar that the state's edits make, and proves that it is no other: all bytes outside
+/// the edits are the old ones, every position that the index names leads to the same bytes, and the metadata read back is
+/// what was to be written.
+/// @return What was done.
+/// @throws FileError when anything is not as it should be; ClipInterrupted. The clip itself is not touched.
+RecordedEdits PrepareNewVersion(const ClipState& state, const ClipOptions& options, Replacement& replacement);
 
 } // namespace zonstory

@@ -11,7 +11,6 @@
 
 #include "clip/AtRest.h"
 #include "clip/Clip.h"
-#include "clip/CopyFile.h"
 #include "clip/FileAttributes.h"
 #include "clip/Interrupt.h"
 #include "files/SystemError.h"
@@ -24,18 +23,11 @@ namespace {
 constexpr mode_t kPrivate = 0600;  // until it gets the old file's
 constexpr mode_t kOrdinary = 0666; // of a new file, less what the user's mask takes away
 constexpr std::size_t kLongestExtension = 8;
-
-FileDescriptor Create(const FileDescriptor& folder, const std::string& name, mode_t mode) {
-    FileDescriptor file(::openat(folder.Get(), name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
-    if (!file.IsOpen()) {
-        ThrowSystemError("cannot write in its folder");
-    }
-    return file;
-}
+constexpr const char* kNotOnDisk = "cannot be written to the disk";
 
 void Flush(const FileDescriptor& file) {
     if (::fsync(file.Get()) != 0) {
-        ThrowSystemError("cannot be written to the disk");
+        ThrowSystemError(kNotOnDisk);
     }
 }
 
@@ -46,15 +38,26 @@ void FlushFolder(const FileDescriptor& folder, std::vector<std::string>& notes) 
     }
 }
 
-// Starts writing to the disk what is in memory, so that the flush at the end finds most of it done. A small file would be
-// written twice, since the toolkit changes it at once.
-void StartFlush(const FileDescriptor& file, std::int64_t size) {
-    constexpr std::int64_t kSmall = std::int64_t{8} << 20;
-    constexpr off_t kToTheEnd = 0;
-    if (size <= kSmall) {
-        return;
+// What is renamed has a name that anybody who may write here can give to another file.
+void RequireSameFile(const FileDescriptor& folder, const std::string& name, const FileDescriptor& proven) {
+    struct stat named {};
+    struct stat held {};
+    if (::fstatat(folder.Get(), name.c_str(), &named, AT_SYMLINK_NOFOLLOW) != 0 || ::fstat(proven.Get(), &held) != 0 ||
+        KeyOf(named) != KeyOf(held)) {
+        throw ClipError("its copy was changed by another program at the same time");
     }
-    ::sync_file_range(file.Get(), 0, kToTheEnd, SYNC_FILE_RANGE_WRITE);
+}
+
+// The same file, not for writing: else the next run would find the clip open for writing as soon as the copy has its name.
+// Before the copy gets the clip's mode, which may allow nobody to read it.
+FileDescriptor OpenSameFile(const FileDescriptor& folder, const std::string& name, const FileDescriptor& proven) {
+    FileDescriptor held(::openat(folder.Get(), name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    if (!held.IsOpen()) {
+        ThrowSystemError("cannot open its copy");
+    }
+    RequireSameFile(folder, name, proven);
+    RequireSameFile(folder, name, held);
+    return held;
 }
 
 void NoteOtherLinks(const struct stat& status, std::vector<std::string>& notes) {
@@ -64,82 +67,92 @@ void NoteOtherLinks(const struct stat& status, std::vector<std::string>& notes) 
     }
 }
 
-} // namespace
-
 // A short name in place of the file's own, which may be of any length and any bytes; with its extension, by which the
 // toolkit knows formats whose first bytes do not tell.
-std::string Replacement::FileName() const {
-    const std::string extension = mTarget.Path().extension().native();
+std::string NameOfCopy(const std::filesystem::path& file) {
+    const std::string extension = file.extension().native();
     const bool isPlain = extension.size() <= kLongestExtension &&
                          std::all_of(extension.begin(), extension.end(), [](unsigned char character) {
                              return character == '.' || (character < 0x80 && std::isalnum(character) != 0);
                          });
-    return mWorkspace.FilePrefix() + (isPlain ? "copy" + extension : "copy");
+    return isPlain ? "copy" + extension : "copy";
+}
+
+} // namespace
+
+void Replacement::Retarget(TargetFile& target) {
+    if (target.Path() != mTarget->Path()) {
+        throw ClipError("was changed by another program at the same time");
+    }
+    mTarget->CloseFile();
+    mTarget = &target;
+}
+
+const FileDescriptor& Replacement::Create() {
+    constexpr int kNewFile = O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
+    mName = mWorkspace.FilePrefix() + NameOfCopy(mTarget->Path());
+    const mode_t mode = mTarget->Exists() ? kPrivate : kOrdinary;
+    mNew = FileDescriptor(::openat(mWorkspace.Folder().Get(), mName.c_str(), kNewFile, mode));
+    if (!mNew.IsOpen()) {
+        ThrowSystemError("cannot write in its folder");
+    }
+    return mNew;
 }
 
 std::filesystem::path Replacement::Path() const {
-    return mWorkspace.FolderPath() / FileName();
-}
-
-void Replacement::CopyTarget(int spaceFactor) {
-    const FileDescriptor copy = Create(mWorkspace.Folder(), FileName(), kPrivate);
-    CopyFile(mTarget.File(), copy, mTarget.Status().st_size, mTarget.FolderDescriptor(), spaceFactor);
-    StartFlush(copy, mTarget.Status().st_size);
-}
-
-void Replacement::Write(const std::string& bytes) {
-    const FileDescriptor file = Create(mWorkspace.Folder(), FileName(), mTarget.Exists() ? kPrivate : kOrdinary);
-    WriteAll(file, bytes);
-}
-
-void Replacement::Discard() {
-    ::unlinkat(mWorkspace.Folder().Get(), FileName().c_str(), 0);
-}
-
-FileDescriptor Replacement::Open(int flags) const {
-    FileDescriptor file(::openat(mWorkspace.Folder().Get(), FileName().c_str(), flags | O_NOFOLLOW | O_CLOEXEC));
-    if (!file.IsOpen()) {
-        ThrowSystemError("cannot open its copy");
-    }
-    return file;
+    return mWorkspace.FolderPath() / mName;
 }
 
 std::vector<std::string> Replacement::Commit(bool preserveTime) {
     std::vector<std::string> notes;
-    {
-        const FileDescriptor file = Open(O_RDWR);
-        if (mTarget.Exists()) {
-            notes = CopyAttributes(mTarget.File(), mTarget.Status(), file);
-            NoteOtherLinks(mTarget.Status(), notes);
+    FileDescriptor held = OpenSameFile(mWorkspace.Folder(), mName, mNew);
+    if (mTarget->Exists()) {
+        notes = CopyAttributes(mTarget->File(), mTarget->Status(), mNew);
+        NoteOtherLinks(mTarget->Status(), notes);
+        if (preserveTime) {
+            CopyTimes(mTarget->Status(), mNew);
         }
-        if (mTarget.Exists() && preserveTime) {
-            CopyTimes(mTarget.Status(), file);
-        }
-        Flush(file);
     }
+    Flush(mNew);
     ThrowIfInterrupted();
+    if (!mNew.Close()) {
+        ThrowSystemError(kNotOnDisk);
+    }
+    mNew = std::move(held);
     TakeName();
-    FlushFolder(mTarget.FolderDescriptor(), notes);
+    FlushFolder(mTarget->FolderDescriptor(), notes);
     return notes;
 }
 
-void Replacement::TakeName() const {
+std::vector<std::string> Replacement::Remove() {
+    std::vector<std::string> notes;
+    RequireUnchanged(*mTarget);
+    mTarget->CloseFile();
+    if (::unlinkat(mTarget->FolderDescriptor().Get(), mTarget->Name().c_str(), 0) != 0) {
+        ThrowSystemError("cannot be removed");
+    }
+    FlushFolder(mTarget->FolderDescriptor(), notes);
+    return notes;
+}
+
+void Replacement::TakeName() {
     constexpr const char* kAttempt = "cannot be replaced";
-    RequireUnchanged(mTarget);
-    mTarget.CloseFile(); // over a file that is open, no name is given on SMB, and on NFS the old version would stay
+    RequireUnchanged(*mTarget);
+    RequireSameFile(mWorkspace.Folder(), mName, mNew);
+    mTarget->CloseFile(); // over a file that is open, no name is given on SMB, and on NFS the old version would stay
     const int from = mWorkspace.Folder().Get();
-    const int to = mTarget.FolderDescriptor().Get();
-    const std::string name = mTarget.Name();
+    const int to = mTarget->FolderDescriptor().Get();
+    const std::string name = mTarget->Name();
     if (!mTarget
-             .Exists()) { // nothing that appears in this very moment is written over, where the system can promise it
-        if (::renameat2(from, FileName().c_str(), to, name.c_str(), RENAME_NOREPLACE) == 0) {
+             ->Exists()) { // nothing that appears in this very moment is written over, where the system can promise it
+        if (::renameat2(from, mName.c_str(), to, name.c_str(), RENAME_NOREPLACE) == 0) {
             return;
         }
         if (errno != EINVAL && errno != ENOSYS) {
             ThrowSystemError(kAttempt);
         }
     }
-    if (::renameat(from, FileName().c_str(), to, name.c_str()) != 0) {
+    if (::renameat(from, mName.c_str(), to, name.c_str()) != 0) {
         ThrowSystemError(kAttempt);
     }
 }

@@ -18,33 +18,36 @@ public:
     /// Waits until no other run works on the file.
     /// @param target  Must outlive this; need not exist.
     /// @param kept    As in Workspace.
-    explicit Replacement(TargetFile& target, KeptFolder* kept = nullptr) : mTarget(target), mWorkspace(target, kept) {}
+    explicit Replacement(TargetFile& target, KeptFolder* kept = nullptr) : mTarget(&target), mWorkspace(target, kept) {}
 
-    /// Where the new version is written, absolute. Nothing is there before a copy is made or written.
+    /// The file as it is now, opened again under the same name; lets go of the one before. It must outlive this as well.
+    /// @throws ClipError when it is another name, since no other run is kept away from that.
+    void Retarget(TargetFile& target);
+
+    /// Makes the new version, an empty file, and keeps it open. Called once.
+    /// @return Open for reading and writing, until this ends or Commit() is done.
+    /// @throws FileError
+    const FileDescriptor& Create();
+    /// The name under which it grows, absolute. Others may put another file there.
     std::filesystem::path Path() const;
-    /// Makes the new version a copy of the old.
-    /// @param spaceFactor  How many times its size the work on it needs in all, itself included.
-    /// @pre The target exists.
-    void CopyTarget(int spaceFactor);
-    /// Makes the new version from bytes.
-    void Write(const std::string& bytes);
-    /// Removes the new version.
-    void Discard();
-    /// Opens the new version, as it is now.
-    FileDescriptor Open(int flags) const;
 
-    /// Puts the new version in the file's place, and closes the file.
+    /// Puts the new version in the file's place, and closes both.
     /// @param preserveTime  The new version gets the old one's time of modification.
     /// @return What the user should know: what of the file could not be kept, other hard links.
-    /// @throws ClipError when the file was changed by others since it was opened, or a step fails; it is then as it was.
+    /// @throws FileError when the file was changed by others since it was opened, when the name under which the new version
+    ///         grew stands for another file than the one that Create() gave, or a step fails; the file is then as it was.
     std::vector<std::string> Commit(bool preserveTime);
+    /// Removes the file instead, which has nothing left to say.
+    /// @throws FileError as Commit().
+    std::vector<std::string> Remove();
 
 private:
-    std::string FileName() const;
-    void TakeName() const;
+    void TakeName();
 
-    TargetFile& mTarget;
+    TargetFile* mTarget;
     Workspace mWorkspace;
+    std::string mName; // in the working folder
+    FileDescriptor mNew;
 };
 
 } // namespace zonstory

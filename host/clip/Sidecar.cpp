@@ -5,9 +5,8 @@
 #include <strings.h>
 #include <sys/stat.h>
 
+#include "clip/packet/MetadataContent.h"
 #include "files/FileIdentity.h"
-#include "files/FileSize.h"
-#include "files/ReadFile.h"
 
 namespace zonstory {
 
@@ -16,28 +15,15 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* kExtension = ".xmp";
-constexpr std::uint64_t kLargestSidecar = std::uint64_t{256}
-                                          << 20; // far above any; a bound for what is read into memory
 constexpr const char* kRDFNamespace = "http://www.w3.org/1999/02/22-rdf-syntax-ns#";
 
 fs::path UpperCase(fs::path sidecar) {
     return sidecar.replace_extension(".XMP");
 }
 
-std::string ReadWhole(const FileDescriptor& file) {
-    if (FileSize(file) > kLargestSidecar) {
-        throw ClipError("its sidecar is too large to be one");
-    }
-    try {
-        return ReadAll(file);
-    } catch (const FileError& error) {
-        throw ClipError(std::string("its sidecar cannot be read: ") + error.what());
-    }
-}
-
 // The toolkit takes any XML for metadata that happens to be empty.
 bool HoldsRDF(const std::string& bytes, const SXMPMeta& xmp) {
-    return bytes.find(kRDFNamespace) != std::string::npos || SidecarText(xmp) != SidecarText(SXMPMeta());
+    return bytes.find(kRDFNamespace) != std::string::npos || MetadataContent(xmp) != MetadataContent(SXMPMeta());
 }
 
 } // namespace
@@ -58,7 +44,7 @@ bool IsSidecarName(const fs::path& file) {
 // names may be one file.
 SidecarChoice ChooseSidecar(const fs::path& clip, SidecarName name) {
     const SidecarName otherName = name == SidecarName::Short ? SidecarName::Full : SidecarName::Short;
-    SidecarChoice choice = {SidecarPath(clip, name), {}};
+    SidecarChoice choice = {SidecarPath(clip, name), false, {}};
     std::optional<FileKey> chosen;
     for (const fs::path& path : {choice.path, SidecarPath(clip, otherName), UpperCase(SidecarPath(clip, name)),
                                  UpperCase(SidecarPath(clip, otherName))}) {
@@ -69,6 +55,7 @@ SidecarChoice ChooseSidecar(const fs::path& clip, SidecarName name) {
         if (!chosen) {
             chosen = KeyOf(status);
             choice.path = path;
+            choice.exists = true;
         } else if (*chosen != KeyOf(status)) {
             choice.note = "has two sidecars; " + path.filename().native() + " was left alone";
         }
@@ -76,9 +63,8 @@ SidecarChoice ChooseSidecar(const fs::path& clip, SidecarName name) {
     return choice;
 }
 
-SXMPMeta ReadSidecar(const FileDescriptor& sidecar) {
+SXMPMeta ReadSidecar(const std::string& bytes) {
     constexpr const char* kRefusal = "its sidecar is not XMP and is left alone";
-    const std::string bytes = ReadWhole(sidecar);
     try {
         SXMPMeta xmp(bytes.data(), bytes.size());
         if (HoldsRDF(bytes, xmp)) {
@@ -88,12 +74,6 @@ SXMPMeta ReadSidecar(const FileDescriptor& sidecar) {
         throw ClipError(kRefusal);
     }
     throw ClipError(kRefusal);
-}
-
-std::string SidecarText(const SXMPMeta& xmp) {
-    std::string text;
-    xmp.SerializeToBuffer(&text, kXMP_OmitPacketWrapper, 0, "", "", 0);
-    return text;
 }
 
 } // namespace zonstory

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "clip/Clip.h"
-#include "files/FileDescriptor.h"
+#include "files/ByteReader.h"
 
 namespace zonstory {
 
@@ -17,6 +17,7 @@ bool IsSidecarName(const std::filesystem::path& file);
 /// Which sidecar a clip has, or would get.
 struct SidecarChoice {
     std::filesystem::path path;
+    bool exists = false;
     std::string note; ///< For the user; not empty when both names exist.
 };
 
@@ -25,10 +26,8 @@ struct SidecarChoice {
 SidecarChoice ChooseSidecar(const std::filesystem::path& clip, SidecarName name);
 
 /// What a sidecar holds.
+/// @param bytes  Its content.
 /// @throws ClipError when it is no XMP, so that it is never written over.
-SXMPMeta ReadSidecar(const FileDescriptor& sidecar);
-
-/// The bytes of a sidecar.
-std::string SidecarText(const SXMPMeta& xmp);
+SXMPMeta ReadSidecar(const std::string& bytes);
 
 } // namespace zonstory

@@ -9,7 +9,7 @@
 #include <sys/stat.h>
 
 #include "clip/ClipList.h"
-#include "clip/EmbeddedXMP.h"
+#include "clip/ClipState.h"
 #include "clip/Sidecar.h"
 #include "clip/TargetFile.h"
 #include "files/FileIdentity.h"
@@ -116,7 +116,8 @@ private:
 // A neighbour that can be written inside may never have got a sidecar, whatever this run is told to do.
 bool UsesSidecar(const Member& member, const ClipOptions& options) try {
     const TargetFile file = TargetFile::Open(member.clip);
-    return (options.forceSidecar && member.isAskedAbout) || !ReadEmbeddedXMP(file.Path(), file.File()).isWritable;
+    const bool isForced = options.placement == Placement::Sidecar && member.isAskedAbout;
+    return isForced || (options.placement != Placement::Inside && !IsWrittenInside(file));
 } catch (const FileError&) {
     return false;
 }

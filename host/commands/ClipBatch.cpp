@@ -207,7 +207,7 @@ int ExitCodeOf(const std::vector<ClipRecord>& records) {
 int RunBatch(const std::vector<ClipTask>& tasks, const BatchOptions& options, const BatchWords& words, Output& output) {
     const InterruptSignals signals;
     const unsigned threads = options.jobs == 0 ? std::max(1U, std::thread::hardware_concurrency()) : options.jobs;
-    const unsigned passes = options.clip.verifyEssence ? 2 : 1;
+    const unsigned passes = options.clip.verifyMedia ? 2 : 1;
     const std::vector<std::uint64_t> sizes = Sizes(tasks, output);
     std::vector<ClipRecord> records;
     records.reserve(tasks.size());

@@ -26,6 +26,7 @@ struct ClipScene {
         std::string dialogue;
     };
     std::vector<Speech> dialogue;
+    std::vector<std::string> notes; ///< What the user should know, as in ClipContents.
 };
 
 /// @throws ClipError, XMP_Error

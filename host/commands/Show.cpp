@@ -135,6 +135,9 @@ int RunShow(const ShowOptions& options, Output& output) {
         try {
             RefuseIfUnfit(clip);
             document.clips.push_back(ReadClipScene(clip.path, options.clip));
+            for (const std::string& note : document.clips.back().notes) {
+                output.Note(clip.path.string() + ": " + note);
+            }
         } catch (const std::exception& error) {
             output.Error(clip.path.string() + ": " + error.what());
             exitCode = kSomeFailed;

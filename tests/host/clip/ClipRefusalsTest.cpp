@@ -38,8 +38,6 @@ const RefusalCase kRefusals[] = {
     {"MovIndexInFront", 700, "A.mov", "", "damaged"},
     {"Avi",             700, "A.avi", "", "damaged"},
     {"Wav",             700, "A.wav", "", "damaged"},
-    {"Wmv",             700, "A.wmv", "", "damaged"},
-    {"Flv",              30, "A.flv", "", "damaged"},
 };
 // clang-format on
 

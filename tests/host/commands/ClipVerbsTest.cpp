@@ -16,8 +16,10 @@ using support::ExifToolValue;
 using support::Zonstory;
 using support::ZonstoryResult;
 using ::testing::AllOf;
+using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::Not;
+using ::testing::StartsWith;
 
 class ClipVerbs : public ::testing::Test {
 protected:
@@ -63,7 +65,8 @@ TEST_F(ClipVerbs, WriteShowAndClear) {
 
     const ZonstoryResult written = Write("1", {mMov, mMkv, "--paths"});
     EXPECT_EQ(written.exitCode, 0);
-    EXPECT_EQ(written.err, "2 written, 0 unchanged, 0 failed\n");
+    EXPECT_THAT(written.err, AllOf(HasSubstr(mMkv + ": not written inside, since "),
+                                   EndsWith("\n2 written, 0 unchanged, 0 failed\n")));
     const std::string paths = "  xmpScript:sceneSetting\n  xmpDM:shotLocation\n  xmpScript:sceneTimeOfDay\n"
                               "  xmpScript:action\n  xmpScript:dialogSequence\n"
                               "  xmpScript:dialogSequence[1]/xmpScript:character\n"
@@ -84,7 +87,7 @@ TEST_F(ClipVerbs, WriteShowAndClear) {
     EXPECT_EQ(support::ReadFile(mZonstory / mMov), bytes);
 
     const ZonstoryResult cleared = mZonstory.Run({"clear", mMov, mMkv});
-    EXPECT_EQ(cleared.err, "2 cleared, 0 unchanged, 0 failed\n");
+    EXPECT_THAT(cleared.err, EndsWith("\n2 cleared, 0 unchanged, 0 failed\n"));
     EXPECT_EQ(mZonstory.Run({"show", mMov, mMkv}).out, before);
     EXPECT_EQ(mZonstory.Run({"clear", mMov, mMkv}).err, "0 cleared, 2 unchanged, 0 failed\n");
 }
@@ -106,7 +109,7 @@ TEST_F(ClipVerbs, ADryRunChangesNothing) {
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.out, mMov + ": would be written, scene 1\n" + mMkv + ": would be written, scene 1, sidecar " +
                               Sidecar() + "\n");
-    EXPECT_EQ(result.err, "2 would be written, 0 unchanged, 0 failed\n");
+    EXPECT_THAT(result.err, EndsWith("\n2 would be written, 0 unchanged, 0 failed\n"));
     EXPECT_EQ(support::NamesIn(mZonstory.Folder()), names);
     EXPECT_EQ(support::ReadFile(mZonstory / mMov), bytes);
 }
@@ -145,7 +148,8 @@ TEST_F(ClipVerbs, AMapNamesTheScenes) {
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.out,
               "day1/" + mMov + ": written, scene 12A/B\n" + mMkv + ": written, scene 004, sidecar " + Sidecar() + "\n");
-    EXPECT_EQ(result.err, "day1/map.csv: rows without a scene, passed over: 1\n2 written, 0 unchanged, 0 failed\n");
+    EXPECT_THAT(result.err, AllOf(StartsWith("day1/map.csv: rows without a scene, passed over: 1\n"),
+                                  EndsWith("\n2 written, 0 unchanged, 0 failed\n")));
 }
 
 TEST_F(ClipVerbs, NamesAreTakenAsTheyAre) {
