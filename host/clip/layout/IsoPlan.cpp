@@ -233,7 +233,7 @@ void Planner::MakeRoom(const Box& box, std::uint64_t count) {
     const std::uint64_t moved = (count + kOwnWhiteSpace + kBlock - 1) / kBlock * kBlock;
     mEdits.Insert(box.End(), FreeBox(moved - count));
     mPlan.notes.push_back("its media moves by " + std::to_string(moved) +
-                          " bytes, since its index in front of them grows");
+                          " bytes, since its index in front of it grows");
 }
 
 void Planner::Remove(const PacketBox& old) {
