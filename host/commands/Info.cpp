@@ -166,7 +166,7 @@ std::string AsText(const StoryFacts& facts) {
     if (!facts.titlePage.empty()) {
         text += "\ntitle page\n";
         for (const auto& [key, value] : facts.titlePage) {
-            text += SafeLines(key.empty() ? value : key + ": " + value) + '\n';
+            text += SafeLines(key.empty() ? value : fmt::format("{}: {}", key, value)) + '\n';
         }
     }
     if (!facts.metaData.empty()) {

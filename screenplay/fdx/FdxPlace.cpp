@@ -9,34 +9,34 @@ namespace {
 
 struct Step {
     FdxPlace from;
-    std::u16string_view element;
     FdxPlace to;
+    std::u16string_view element;
 };
 
 // The elements that a file has most of come first.
 constexpr Step kSteps[] = {
-    {FdxPlace::Script, u"Paragraph", FdxPlace::Paragraph},
-    {FdxPlace::Paragraph, u"Text", FdxPlace::Run},
-    {FdxPlace::Paragraph, u"SceneProperties", FdxPlace::Properties},
-    {FdxPlace::Paragraph, u"ScriptNote", FdxPlace::Note},
-    {FdxPlace::Paragraph, u"DualDialogue", FdxPlace::Dual},
-    {FdxPlace::Paragraph, u"OmittedScene", FdxPlace::Omission},
-    {FdxPlace::Script, u"DualDialogue", FdxPlace::Dual},
-    {FdxPlace::Script, u"OmittedScene", FdxPlace::OmittedScene},
-    {FdxPlace::Dual, u"Paragraph", FdxPlace::Paragraph},
-    {FdxPlace::OmittedScene, u"Paragraph", FdxPlace::OmittedParagraph},
-    {FdxPlace::OmittedParagraph, u"SceneProperties", FdxPlace::Properties},
-    {FdxPlace::Notes, u"ScriptNote", FdxPlace::Note},
-    {FdxPlace::Note, u"Paragraph", FdxPlace::NoteParagraph},
-    {FdxPlace::NoteParagraph, u"Text", FdxPlace::NoteRun},
-    {FdxPlace::TitlePage, u"Content", FdxPlace::TitleText},
-    {FdxPlace::TitleText, u"Paragraph", FdxPlace::TitleParagraph},
-    {FdxPlace::TitleParagraph, u"Text", FdxPlace::TitleRun},
-    {FdxPlace::Revisions, u"Revision", FdxPlace::Revision},
-    {FdxPlace::Root, u"Content", FdxPlace::Script},
-    {FdxPlace::Root, u"ScriptNotes", FdxPlace::Notes},
-    {FdxPlace::Root, u"TitlePage", FdxPlace::TitlePage},
-    {FdxPlace::Root, u"Revisions", FdxPlace::Revisions},
+    {FdxPlace::Script, FdxPlace::Paragraph, u"Paragraph"},
+    {FdxPlace::Paragraph, FdxPlace::Run, u"Text"},
+    {FdxPlace::Paragraph, FdxPlace::Properties, u"SceneProperties"},
+    {FdxPlace::Paragraph, FdxPlace::Note, u"ScriptNote"},
+    {FdxPlace::Paragraph, FdxPlace::Dual, u"DualDialogue"},
+    {FdxPlace::Paragraph, FdxPlace::Omission, u"OmittedScene"},
+    {FdxPlace::Script, FdxPlace::Dual, u"DualDialogue"},
+    {FdxPlace::Script, FdxPlace::OmittedScene, u"OmittedScene"},
+    {FdxPlace::Dual, FdxPlace::Paragraph, u"Paragraph"},
+    {FdxPlace::OmittedScene, FdxPlace::OmittedParagraph, u"Paragraph"},
+    {FdxPlace::OmittedParagraph, FdxPlace::Properties, u"SceneProperties"},
+    {FdxPlace::Notes, FdxPlace::Note, u"ScriptNote"},
+    {FdxPlace::Note, FdxPlace::NoteParagraph, u"Paragraph"},
+    {FdxPlace::NoteParagraph, FdxPlace::NoteRun, u"Text"},
+    {FdxPlace::TitlePage, FdxPlace::TitleText, u"Content"},
+    {FdxPlace::TitleText, FdxPlace::TitleParagraph, u"Paragraph"},
+    {FdxPlace::TitleParagraph, FdxPlace::TitleRun, u"Text"},
+    {FdxPlace::Revisions, FdxPlace::Revision, u"Revision"},
+    {FdxPlace::Root, FdxPlace::Script, u"Content"},
+    {FdxPlace::Root, FdxPlace::Notes, u"ScriptNotes"},
+    {FdxPlace::Root, FdxPlace::TitlePage, u"TitlePage"},
+    {FdxPlace::Root, FdxPlace::Revisions, u"Revisions"},
 };
 
 } // namespace

@@ -31,6 +31,15 @@ bool Says(ElementType kind) {
     return kind == zonstoryparser::kAction || kind == zonstoryparser::kCharacter || kind == zonstoryparser::kDialog;
 }
 
+// Mostly they come in order.
+template <typename Rows>
+void SortByLine(Rows& rows) {
+    const auto isAbove = [](const auto& left, const auto& right) { return left.line < right.line; };
+    if (!std::is_sorted(rows.begin(), rows.end(), isAbove)) {
+        std::stable_sort(rows.begin(), rows.end(), isAbove);
+    }
+}
+
 UString FromUTF8(std::string_view utf8) {
     UString text;
     AppendUTF8(utf8, text);
@@ -116,9 +125,8 @@ Screenplay ScriptBuilder::Finish(Format format) {
     }
     mHandler.EndDocument();
     mResult.format = format;
-    const auto isAbove = [](const auto& left, const auto& right) { return left.line < right.line; };
-    std::stable_sort(mResult.notes.begin(), mResult.notes.end(), isAbove);
-    std::stable_sort(mResult.warnings.begin(), mResult.warnings.end(), isAbove);
+    SortByLine(mResult.notes);
+    SortByLine(mResult.warnings);
     return std::move(mResult);
 }
 

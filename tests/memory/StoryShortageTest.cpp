@@ -41,6 +41,29 @@ TEST(StoryMemoryShortage, Reading) {
     }
 }
 
+const std::string kFDX = "<FinalDraft><Content><Paragraph Type='Transition'><Text>FADE IN, SLOWLY:</Text></Paragraph>"
+                         "<Paragraph Type='Action'><Text>Somebody lights a lantern.</Text></Paragraph>"
+                         "<Paragraph Type='Cast List'><Text>THE HARBOUR MASTER</Text></Paragraph>"
+                         "</Content></FinalDraft>";
+const std::string kFountain =
+    "Title: The Harbour Master\n\nINT. HARBOUR OFFICE - NIGHT #12A-and-12B#\n\nSomebody *lights* "
+    "a lantern. [[which one of them?]]\n\nTHE HARBOUR MASTER ^\nWho goes there?\n";
+
+TEST(StoryMemoryShortage, ReadingAndWritingOtherFormats) {
+    for (const auto& [bytes, name] :
+         {std::pair(&kFDX, "a-film-with-a-long-name.fdx"), std::pair(&kFountain, "a-film-with-a-long-name.fountain")}) {
+        support::ShortageSweep([] { return std::string(); },
+                               [bytes = bytes, name = name](std::string& written) {
+                                   const auto screenplay = ReadScreenplayFromMemory(*bytes, name);
+                                   written = zonscreenplay::WriteStoryFile(*screenplay.root) +
+                                             zonscreenplay::WriteFountain(screenplay);
+                                   return true;
+                               },
+                               [](std::string& written) { return written; })
+            .Run();
+    }
+}
+
 // An error's own message needs memory too.
 TEST(StoryMemoryShortage, Refusing) {
     const std::string bytes[] = {"<Talewright version='a version that nobody knows'/>", kStory.substr(0, 400),

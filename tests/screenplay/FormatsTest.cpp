@@ -1,10 +1,12 @@
 #include <optional>
 #include <string>
+#include <utility>
 
 #include <gmock/gmock.h>
 
 #include <zonscreenplay/Screenplay.h>
 
+#include "screenplay/Compact.h"
 #include "screenplay/StoryText.h"
 
 namespace {
@@ -53,6 +55,40 @@ TEST(Formats, AreToldByRootAndName) {
     };
     for (const auto& row : rows) {
         EXPECT_THAT(Outcome(row.bytes, row.name, row.format), ::testing::StartsWith(row.outcome)) << row.name;
+    }
+}
+
+std::string Swapped(std::string utf16) {
+    for (std::size_t at = 0; at + 1 < utf16.size(); at += 2) {
+        std::swap(utf16[at], utf16[at + 1]);
+    }
+    return utf16;
+}
+
+// Never replaced: bytes that are no UTF-8 mean what they mean in Windows-1252.
+TEST(Formats, TextComesInSeveralEncodings) {
+    const std::string utf16 = std::string("\xFF\xFE.\0K\0\xFC\0\n\0\n\0\x3C\xD8\xAC\xDF", 16);
+    const struct {
+        std::string bytes;
+        const char* body;
+        const char* warning = "";
+    } rows[] = {
+        {".K\xC3\xBC\n\n\xF0\x9F\x8E\xAC", "scene|heading: Kü|action: 🎬"},
+        {"\xEF\xBB\xBF.K\xC3\xBC", "scene|heading: Kü"},
+        {utf16, "scene|heading: Kü|action: 🎬"},
+        {Swapped(utf16), "scene|heading: Kü|action: 🎬"},
+        {utf16.substr(0, 7), "scene|heading: K", "1: the file is UTF-16 and ends within a character"},
+        {".K\r\n\r\n\x93\x80\x94\x81", "scene|heading: K|action: “€”\xC2\x81",
+         "3: here the file is no UTF-8; all of it is read as Windows-1252"},
+    };
+    for (const auto& row : rows) {
+        const zonscreenplay::Screenplay screenplay = ReadScreenplayFromMemory(row.bytes, "a.fountain");
+        EXPECT_EQ(support::Compact(screenplay), row.body);
+        std::string warnings;
+        for (const zonscreenplay::Warning& warning : screenplay.warnings) {
+            warnings += std::to_string(warning.line) + ": " + warning.text;
+        }
+        EXPECT_EQ(warnings, row.warning);
     }
 }
 
