@@ -1,7 +1,7 @@
 #include "match/NameNoise.h"
 
 #include <algorithm>
-#include <iterator>
+#include <vector>
 
 #include "match/SlateWords.h"
 
@@ -17,86 +17,37 @@ struct Shape {
     Kind kind = Kind::Always;
 };
 
-// Longer ones in front of those that they begin with.
+// Parted by blanks.
 constexpr Shape kShapes[] = {
-    {"%%%%%%%%-%%%%-%%%%-%%%%-%%%%%%%%%%%%"},
-    // Reel, clip, date and what cameras set behind them
-    {"@###C###_######_R%%%_###", Kind::EndsName},
-    {"@###C###_######_R%%%*"},
-    {"@###C###_######_%%%%", Kind::EndsName},
-    {"@###C###_######"},
-    {"@###C###*_CANON"},
-    {"@###C###*"},
-    {"@###_C###_%%%%%%_###", Kind::EndsName},
-    {"@###_C###_####%%*", Kind::EndsName},
-    {"@###_C###_####@@"},
-    {"@###_C###_%%%%%%", Kind::EndsName},
-    {"@###_C###"},
-    {"@###_########_C###"},
-    {"@###_####_R%%%%", Kind::EndsName},
-    {"@###_@###_%%%%", Kind::EndsName},
-    {"@###_@###", Kind::EndsName},
-    {"@_####C###_######_######_%%%%*"},
-    {"@_####C###_######_%%%%%"},
-    {"@_####C###*"},
-    {"####C###*"},
-    // Dates and times
-    {"####-##-##_##_##_##", Kind::Date},
-    {"####-##-##_##_##", Kind::Date},
-    {"####_##_##", Kind::Date},
-    {"##_##_####", Kind::Date},
-    {"##_##_##_##", Kind::Time},
-    {"#_##_##_##", Kind::EndsName},
-    {"##:##:##"},
+    // Reels and clips with what cameras set behind them, dates with times, months, episodes, frame sizes, rates, codecs, stops
+    {"%%%%%%%%-%%%%-%%%%-%%%%-%%%%%%%%%%%% @###C###_######_R%%%* @###C###_###### @###C###*_CANON @###C###* "
+     "@###_C###_####@@ @###_C### @###_########_C### @_####C###_######_######_%%%%* @_####C###_######_%%%%% "
+     "@_####C###* ####C###* ##:##:## ########_####* ##_JAN*_* ##_FEB*_* ##_MAR*_* ##_APR*_* ##_MAY*_* "
+     "##_JUN*_* ##_JUL*_* ##_AUG*_* ##_SEP*_* ##_OCT*_* ##_NOV*_* ##_DEC*_* S##E##* ####X#### ###X### 1080 "
+     "1920 2160 3840 4096 ####P* ###P ####I* ##P 23_976 23_98 29_97 59_94 H_26# H26# X26# T#.# F#.# "
+     "PRORES_###* REC_709 REC709 ###CANON C#### C####_##",
+     Kind::Always},
+    {"####-##-##_##_##_## ####-##-##_##_## ####_##_## ##_##_#### ######_#### ######", Kind::Date},
     {"##_##_##", Kind::DateInName},
-    {"########_##_##", Kind::EndsName},
-    {"########_####*"},
-    {"######_####", Kind::Date},
-    {"######", Kind::Date},
-    {"##_JAN*_*"},
-    {"##_FEB*_*"},
-    {"##_MAR*_*"},
-    {"##_APR*_*"},
-    {"##_MAY*_*"},
-    {"##_JUN*_*"},
-    {"##_JUL*_*"},
-    {"##_AUG*_*"},
-    {"##_SEP*_*"},
-    {"##_OCT*_*"},
-    {"##_NOV*_*"},
-    {"##_DEC*_*"},
-    {"S##E##*"},
-    {"S##_E##", Kind::EndsName},
-    // Frame sizes and rates, codecs, stops
-    {"####X####"},
-    {"###X###"},
-    {"1080"},
-    {"1920"},
-    {"2160"},
-    {"3840"},
-    {"4096"},
-    {"####P*"},
-    {"###P"},
-    {"####I*"},
-    {"##P"},
-    {"23_976"},
-    {"23_98"},
-    {"29_97"},
-    {"59_94"},
-    {"H_26#"},
-    {"H26#"},
-    {"X26#"},
-    {"T#.#"},
-    {"F#.#"},
-    {"PRORES_###*"},
-    {"REC_709"},
-    {"REC709"},
-    // Memory cards
-    {"####%%", Kind::EndsName},
-    {"###CANON"},
-    {"C####"},
-    {"C####_##"},
-};
+    {"##_##_##_##", Kind::Time},
+    {"@###C###_######_R%%%_### @###C###_######_%%%% @###_C###_%%%%%%_### @###_C###_####%%* "
+     "@###_C###_%%%%%% @###_####_R%%%% @###_@###_%%%% @###_@### #_##_##_## ########_##_## S##_E## ####%%",
+     Kind::EndsName}};
+
+// One by one, the longer in front of those that they begin with.
+std::vector<Shape> SortShapes() {
+    std::vector<Shape> shapes;
+    for (const Shape& row : kShapes) {
+        for (std::size_t begin = 0; begin < row.text.size();) {
+            const std::size_t end = std::min(row.text.find(' ', begin), row.text.size());
+            shapes.push_back({row.text.substr(begin, end - begin), row.kind});
+            begin = end + 1;
+        }
+    }
+    std::stable_sort(shapes.begin(), shapes.end(),
+                     [](const Shape& left, const Shape& right) { return left.text.size() > right.text.size(); });
+    return shapes;
+}
 
 bool IsDigit(char c) {
     return c >= '0' && c <= '9';
@@ -194,7 +145,8 @@ bool IsAfterSceneWord(const NameRuns& name, std::size_t run) {
 
 // The run behind the noise that begins here; the same run where none does.
 std::size_t EndOfNoise(const NameRuns& name, std::size_t run) {
-    for (const Shape& shape : kShapes) {
+    static const std::vector<Shape> shapes = SortShapes();
+    for (const Shape& shape : shapes) {
         const char c = name.Whole()[name[run].begin];
         if (!Fits(shape.text.front(), c)) {
             continue;

@@ -323,20 +323,22 @@ private:
 // ---- One name --------------------------------------------------------------------------------------------------------
 
 // 4K, 25P, 3D, 5D, 2X: sizes, rates and cameras, which are set-ups where other names bear it out.
-bool LooksLikeFormat(const NamedNumber& number) {
+bool LooksLikeFormat(const NamedNumber& number, bool hasTake) {
     struct Letter {
         const char* letter;
         std::uint32_t highest;
     };
-    constexpr Letter kLetters[] = {{"K", 12}, {"D", 9}, {"X", 10}, {"S", 3}, {"G", 5}};
+    constexpr Letter kLetters[] = {
+        {"K", 12}, {"D", 9}, {"X", 10}, {"S", 3}, {"G", 5}}; // the last three never with a take
     constexpr std::uint32_t kRates[] = {24, 25, 30, 48, 50, 60, 96, 100, 120, 192};
     constexpr std::uint32_t kSizes[] = {422, 444, 480, 540, 576, 709, 720, 4444};
     const bool rate = number.letters == "P" || number.letters == "H" || number.letters == "K";
     return (rate && std::find(std::begin(kRates), std::end(kRates), number.value) != std::end(kRates)) ||
            (number.letters.empty() &&
             std::find(std::begin(kSizes), std::end(kSizes), number.value) != std::end(kSizes)) ||
-           std::any_of(std::begin(kLetters), std::end(kLetters),
-                       [&](const Letter& one) { return number.letters == one.letter && number.value <= one.highest; });
+           std::any_of(std::begin(kLetters), std::end(kLetters), [&](const Letter& one) {
+               return number.letters == one.letter && number.value <= one.highest && (!hasTake || &one < kLetters + 2);
+           });
 }
 
 // 16-9, 5-1, 2-39, 4-5: what pictures and mixes are called, where nothing bears out a scene and a take.
@@ -357,7 +359,7 @@ Confidence SurenessOfFree(const NamePieces& name, const NamePattern& pattern) {
     }
     if (name.unknownWords) {
         const bool many = pattern.proven && !pattern.counting;
-        const bool lettered = !scene.letters.empty() && take != nullptr && !LooksLikeFormat(scene);
+        const bool lettered = !scene.letters.empty() && take != nullptr && !LooksLikeFormat(scene, true);
         return many                                 ? pattern.names >= kMany ? Confidence::High : Confidence::Medium
                : lettered && !scene.counted         ? Confidence::Medium
                : lettered && scene.separator != ' ' ? Confidence::Medium
@@ -366,8 +368,13 @@ Confidence SurenessOfFree(const NamePieces& name, const NamePattern& pattern) {
     if (pattern.proven) {
         return pattern.counting && !spoken ? Confidence::Medium : Confidence::High;
     }
+    const auto isOther = [&](const NamedNumber& one) {
+        return &one != &scene && &one != take && !one.joined &&
+               (one.word != SlateWord::Remark || one.place < scene.place);
+    };
+    const bool others = std::any_of(name.numbers.begin(), name.numbers.end(), isOther);
     const bool bare = scene.letters.empty() && take != nullptr;
-    if (!bare && LooksLikeFormat(scene) && (!spoken || name.noise)) {
+    if (!bare && LooksLikeFormat(scene, take != nullptr) && (!spoken || name.noise || others)) {
         return take != nullptr && pattern.names > kFew ? Confidence::Medium : Confidence::Low;
     }
     if (take != nullptr && !scene.letters.empty()) {
@@ -376,11 +383,6 @@ Confidence SurenessOfFree(const NamePieces& name, const NamePattern& pattern) {
     if (spoken) {
         return Confidence::Medium;
     }
-    const auto isOther = [&](const NamedNumber& one) {
-        return &one != &scene && &one != take && !one.joined &&
-               (one.word != SlateWord::Remark || one.place < scene.place);
-    };
-    const bool others = std::any_of(name.numbers.begin(), name.numbers.end(), isOther);
     if (take != nullptr) {
         const bool weak = others || IsRatio(scene, *take) || take->separator == '.' || name.noise;
         return weak ? Confidence::Low : Confidence::Medium;
