@@ -8,14 +8,7 @@
 
 namespace zonstory {
 
-FileDescriptor OpenToRead(const std::string& path) {
-    FileDescriptor file(path == "-" ? ::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0)
-                                    : ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
-    if (!file.IsOpen()) {
-        throw FileError(SystemErrorText());
-    }
-    return file;
-}
+namespace {
 
 std::size_t ReadPiece(const FileDescriptor& file, char* bytes, std::size_t size) {
     ssize_t got = -1;
@@ -26,6 +19,17 @@ std::size_t ReadPiece(const FileDescriptor& file, char* bytes, std::size_t size)
         throw FileError(SystemErrorText());
     }
     return static_cast<std::size_t>(got);
+}
+
+} // namespace
+
+FileDescriptor OpenToRead(const std::string& path) {
+    FileDescriptor file(path == "-" ? ::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0)
+                                    : ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
+    if (!file.IsOpen()) {
+        throw FileError(SystemErrorText());
+    }
+    return file;
 }
 
 std::string ReadAll(const FileDescriptor& file) {

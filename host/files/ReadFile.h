@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <string>
 
 #include "files/FileDescriptor.h"
@@ -12,10 +11,6 @@ namespace zonstory {
 /// @param path  A file's name, or "-" for standard input.
 /// @throws FileError
 FileDescriptor OpenToRead(const std::string& path);
-
-/// @return How many bytes were read: less than `size` also before the end, 0 at it alone.
-/// @throws FileError
-std::size_t ReadPiece(const FileDescriptor& file, char* bytes, std::size_t size);
 
 /// What is left of a file.
 /// @throws FileError

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <charconv>
 
+#include "text/AsciiText.h"
+
 namespace zonstory {
 
 namespace {
@@ -17,11 +19,6 @@ constexpr Level kLevels[] = {{Confidence::None, "none"},
                              {Confidence::Medium, "medium"},
                              {Confidence::High, "high"},
                              {Confidence::Certain, "certain"}};
-
-bool EqualIgnoringCase(std::string_view text, std::string_view lowerCase) {
-    return std::equal(text.begin(), text.end(), lowerCase.begin(), lowerCase.end(),
-                      [](char left, char right) { return (left >= 'A' && left <= 'Z' ? left + 32 : left) == right; });
-}
 
 std::optional<Confidence> LevelReaching(int number) {
     for (const Level& level : kLevels) {

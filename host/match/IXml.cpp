@@ -9,6 +9,8 @@
 
 #include <zoncore/UString.h>
 
+#include "text/AsciiText.h"
+
 namespace zonstory {
 
 namespace {
@@ -44,12 +46,6 @@ struct Reading {
     std::u16string text;
     bool outOfMemory = false;
 };
-
-std::string Trimmed(const std::string& text) {
-    constexpr std::string_view kBlanks = " \t\r\n";
-    const std::size_t first = text.find_first_not_of(kBlanks);
-    return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(kBlanks) + 1 - first);
-}
 
 // Nothing may be thrown through the parser's own frames.
 template <typename Step>
@@ -90,7 +86,7 @@ void OnText(void* userData, const XML_Char* text, int length) {
 void OnEnd(void* userData, const XML_Char*) {
     Guarded(userData, [&](Reading& reading) {
         if (reading.current && (reading.ixml.*reading.current).empty()) {
-            reading.ixml.*reading.current = Trimmed(zoncore::UTF16to8(reading.text));
+            reading.ixml.*reading.current = WithoutBlanks(zoncore::UTF16to8(reading.text));
         }
         reading.current = nullptr;
         --reading.depth;

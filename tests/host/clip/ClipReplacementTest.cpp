@@ -51,6 +51,22 @@ TEST_F(ClipReplacement, KeepsModeOwnerAttributesAndTime) {
     EXPECT_STREQ(value, hasAttributes ? "12A" : "");
 }
 
+// A folder may hand an access list to all that is made in it; "user 1234 may write" here.
+TEST_F(ClipReplacement, GetsNoAccessListThatTheClipLacked) {
+    const std::string list("\2\0\0\0"
+                           "\1\0\7\0\xFF\xFF\xFF\xFF"
+                           "\2\0\6\0\xD2\4\0\0"
+                           "\4\0\5\0\xFF\xFF\xFF\xFF"
+                           "\20\0\7\0\xFF\xFF\xFF\xFF"
+                           "\40\0\5\0\xFF\xFF\xFF\xFF",
+                           44);
+    if (::setxattr(mFolder.Path().c_str(), "system.posix_acl_default", list.data(), list.size(), 0) != 0) {
+        GTEST_SKIP() << "no access lists here";
+    }
+    EXPECT_THAT(zonstory::UpdateClip(mClip, {}, SetSource()).warnings, ElementsAre());
+    EXPECT_EQ(::getxattr(mClip.c_str(), "system.posix_acl_access", nullptr, 0), -1);
+}
+
 TEST_F(ClipReplacement, FollowsLinksAndKeepsThem) {
     fs::create_directory(mFolder / "elsewhere");
     fs::create_symlink("../end.mov", mFolder / "elsewhere" / "link.mov");
