@@ -95,6 +95,12 @@ Action AddCoverage(CLI::App& command) {
     auto options = std::make_shared<CoverageOptions>();
     AddStory(command, options->story);
     AddClips(command, options->clips, options->recursive)->required();
+    command
+        .add_option(
+            "--old", options->oldStory,
+            "The draft before STORY: says of each clip whether it carries the text of this one (current), of that "
+            "(outdated) or of neither (other)")
+        ->type_name("FILE");
     AddFormat(command, options->format);
     AddSidecar(command, options->clip);
     return [options](Output& output) { return RunCoverage(*options, output); };

@@ -61,7 +61,7 @@ ClipDrafts::ClipDrafts(const zonstoryparser::Talewright* oldDraft, const zonstor
     }
 }
 
-DraftAnswer ClipDrafts::Tell(const std::string& number, const CarriedScene& carried) {
+DraftAnswer ClipDrafts::Tell(const std::string& number, const CarriedScene& carried, bool isOfAnotherDraft) {
     if (carried.IsEmpty()) {
         return {DraftState::None, std::nullopt, number};
     }
@@ -74,8 +74,9 @@ DraftAnswer ClipDrafts::Tell(const std::string& number, const CarriedScene& carr
                                        : Answer(DraftState::Outdated, pair->second);
     }
     const auto found = mNew.byNumber.find(number);
-    return found == mNew.byNumber.end() ? DraftAnswer{DraftState::Unknown, std::nullopt, number}
-                                        : Answer(DraftState::Other, found->second.front());
+    return found == mNew.byNumber.end()
+               ? DraftAnswer{DraftState::Unknown, std::nullopt, number}
+               : Answer(!mOld && isOfAnotherDraft ? DraftState::Outdated : DraftState::Other, found->second.front());
 }
 
 DraftAnswer ClipDrafts::Answer(DraftState state, std::size_t newIndex) const {

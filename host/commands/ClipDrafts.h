@@ -33,12 +33,15 @@ struct DraftAnswer {
 /// @pre The toolkit is initialized while one lives.
 class ClipDrafts {
 public:
-    /// @param oldDraft  Null where it is not known: then nothing is outdated.
+    /// @param oldDraft  Null where it is not known.
     ClipDrafts(const zonstoryparser::Talewright* oldDraft, const zonstoryparser::Talewright& newDraft,
                const zonstoryparser::StoryComparison& comparison);
 
-    /// @param number  What the clip carries as its scene's number.
-    DraftAnswer Tell(const std::string& number, const zonstoryparser::CarriedScene& carried);
+    /// @param number           What the clip carries as its scene's number.
+    /// @param isOfAnotherDraft Whether the clip names another script than the new draft: a text that differs is then an
+    ///                         old one, also where the old draft is not known.
+    DraftAnswer Tell(const std::string& number, const zonstoryparser::CarriedScene& carried,
+                     bool isOfAnotherDraft = false);
 
 private:
     struct Draft {

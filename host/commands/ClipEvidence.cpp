@@ -62,12 +62,16 @@ ClipEvidence GatherEvidence(const fs::path& clip, const ClipOptions& options) {
     return evidence;
 }
 
+CarriedScene CarriedIn(SXMPMeta& xmp) {
+    CarriedScene carried;
+    zonstoryparser::GetSceneNumberFromXMP(xmp, nullptr, &carried.scene);
+    xmp.GetProperty(zonmetadata::kDynamicMediaNamespaceURI, "takeNumber", &carried.take, nullptr);
+    return carried;
+}
+
 CarriedScene ReadCarriedScene(const fs::path& clip, const ClipOptions& options) {
     ClipContents contents = ReadClip(clip, options);
-    CarriedScene carried;
-    zonstoryparser::GetSceneNumberFromXMP(contents.xmp, nullptr, &carried.scene);
-    contents.xmp.GetProperty(zonmetadata::kDynamicMediaNamespaceURI, "takeNumber", &carried.take, nullptr);
-    return carried;
+    return CarriedIn(contents.xmp);
 }
 
 } // namespace zonstory

@@ -25,6 +25,7 @@ struct CarriedScene {
     std::string take;
 };
 
+CarriedScene CarriedIn(SXMPMeta& xmp);
 /// @throws ClipError, XMP_Error
 CarriedScene ReadCarriedScene(const std::filesystem::path& clip, const ClipOptions& options);
 

@@ -43,6 +43,7 @@ ClipScene ReadClipScene(const std::filesystem::path& clip, const ClipOptions& op
     for (const auto& [character, dialogue] : dialogues) {
         scene.dialogue.push_back({zoncore::UTF16to8(character), zoncore::UTF16to8(dialogue)});
     }
+    scene.script = ReadScriptReference(contents.xmp);
     scene.notes = std::move(contents.notes);
     return scene;
 }

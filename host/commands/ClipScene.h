@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "clip/Clip.h"
+#include "commands/ScriptReference.h"
 
 namespace zonstory {
 
@@ -26,6 +27,7 @@ struct ClipScene {
         std::string dialogue;
     };
     std::vector<Speech> dialogue;
+    ScriptReference script;
     std::vector<std::string> notes; ///< What the user should know, as in ClipContents.
 };
 

@@ -5,8 +5,10 @@
 
 #include <fmt/format.h>
 
+#include "commands/ClipDrafts.h"
 #include "commands/ClipEvidence.h"
 #include "commands/ClipMatching.h"
+#include "commands/ScriptReference.h"
 #include "commands/Toolkit.h"
 #include "match/ClipStatements.h"
 #include "match/Coverage.h"
@@ -42,8 +44,42 @@ void AddTakes(Records& records, const SceneNumbers& story) {
     }
 }
 
+// Which draft's text clips carry. Without an old draft, a clip that names the script it was written from still tells.
+class Drafts {
+public:
+    Drafts(const Story& story, const CoverageOptions& options)
+        : mScript(ReferenceTo(story, options.story)), mOld(ReadOld(options)),
+          mDrafts(mOld ? mOld->root.get() : nullptr, *story.root,
+                  mOld ? zonstoryparser::CompareStories(*mOld->root, *story.root) : zonstoryparser::StoryComparison()) {
+    }
+
+    std::optional<std::string> StateOf(const std::string& number, SXMPMeta& xmp) {
+        const ScriptReference script = ReadScriptReference(xmp);
+        if (!mOld && script.IsEmpty()) {
+            return std::nullopt;
+        }
+        const bool isOfAnotherDraft = !script.IsEmpty() && script.digest != mScript.digest;
+        return DraftStateWord(mDrafts.Tell(number, zonstoryparser::ReadCarriedScene(xmp), isOfAnotherDraft).state);
+    }
+
+private:
+    static std::optional<Story> ReadOld(const CoverageOptions& options) {
+        if (options.oldStory.empty()) {
+            return std::nullopt;
+        }
+        StoryFile file = options.story;
+        file.path = options.oldStory;
+        return ReadStory(file);
+    }
+
+    const ScriptReference mScript;
+    const std::optional<Story> mOld;
+    ClipDrafts mDrafts;
+};
+
 // Adds a record for each clip that can be read.
-bool ReadRecords(const CoverageOptions& options, const SceneNumbers& story, Records& records, Output& output) {
+bool ReadRecords(const CoverageOptions& options, const SceneNumbers& story, Drafts& drafts, Records& records,
+                 Output& output) {
     bool allRead = true;
     for (const SelectedClip& clip : SelectClips(options.clips, options.recursive)) {
         const std::string path = clip.path.string();
@@ -51,8 +87,9 @@ bool ReadRecords(const CoverageOptions& options, const SceneNumbers& story, Reco
             if (!clip.refusal.empty()) {
                 throw ClipError(clip.refusal);
             }
-            const CarriedScene carried = ReadCarriedScene(clip.path, options.clip);
-            records.push_back({path, carried.scene, carried.take});
+            ClipContents contents = ReadClip(clip.path, options.clip);
+            const CarriedScene carried = CarriedIn(contents.xmp);
+            records.push_back({path, carried.scene, carried.take, drafts.StateOf(carried.scene, contents.xmp)});
         } catch (const std::exception& error) {
             output.Error(path + ": " + error.what());
             allRead = false;
@@ -72,7 +109,11 @@ constexpr Others kOthers[] = {{"carries a scene that the story does not have", &
                               {"carries no scene", &Coverage::withoutScene}};
 
 std::string ClipAndTake(const CoverageRecord& record) {
-    return record.take.empty() ? record.clip : fmt::format("{} (take {})", record.clip, record.take);
+    std::string facts = record.take.empty() ? "" : "take " + record.take;
+    if (record.state && *record.state != "current") {
+        facts += (facts.empty() ? "" : ", ") + *record.state;
+    }
+    return facts.empty() ? record.clip : fmt::format("{} ({})", record.clip, facts);
 }
 
 std::string AsText(const Coverage& coverage, const Records& records, const SceneNumbers& story) {
@@ -115,6 +156,7 @@ struct CoverageRow {
     std::string state;
     std::string clip;
     std::string take;
+    std::optional<std::string> draft;
 };
 
 Records Chosen(const Records& records, const std::vector<std::size_t>& clips) {
@@ -140,16 +182,16 @@ std::vector<CoverageRow> RowsOf(const CoverageDocument& document) {
     std::vector<CoverageRow> rows;
     for (const CoveredScene& scene : document.scenes) {
         for (const CoverageRecord& clip : scene.clips) {
-            rows.push_back({scene.position, scene.number, "covered", clip.clip, clip.take});
+            rows.push_back({scene.position, scene.number, "covered", clip.clip, clip.take, clip.state});
         }
         if (scene.clips.empty()) {
-            rows.push_back({scene.position, scene.number, "uncovered", "", ""});
+            rows.push_back({scene.position, scene.number, "uncovered", "", "", std::nullopt});
         }
     }
     for (const auto& [state, clips] :
          {std::pair{"unknown", &document.unknown}, {"ambiguous", &document.ambiguous}, {"none", &document.none}}) {
         for (const CoverageRecord& clip : *clips) {
-            rows.push_back({std::nullopt, clip.scene, state, clip.clip, clip.take});
+            rows.push_back({std::nullopt, clip.scene, state, clip.clip, clip.take, clip.state});
         }
     }
     return rows;
@@ -159,9 +201,11 @@ std::vector<CoverageRow> RowsOf(const CoverageDocument& document) {
 
 template <>
 const Fields<CoverageRecord>& FieldsOf<CoverageRecord>() {
-    static const Fields<CoverageRecord> fields = {{"clip", nullptr, &CoverageRecord::clip},
-                                                  {"scene", nullptr, &CoverageRecord::scene},
-                                                  {"take", nullptr, &CoverageRecord::take}};
+    static const Fields<CoverageRecord> fields = {
+        {"clip", nullptr, &CoverageRecord::clip},
+        {"scene", nullptr, &CoverageRecord::scene},
+        {"take", nullptr, &CoverageRecord::take},
+        Field<CoverageRecord>("state", nullptr, &CoverageRecord::state).WhereTold()};
     return fields;
 }
 
@@ -188,7 +232,8 @@ const Fields<CoverageRow>& FieldsOf<CoverageRow>() {
                                                {"scene", nullptr, &CoverageRow::scene},
                                                {"state", nullptr, &CoverageRow::state},
                                                {"clip", nullptr, &CoverageRow::clip},
-                                               {"take", nullptr, &CoverageRow::take}};
+                                               {"take", nullptr, &CoverageRow::take},
+                                               Field<CoverageRow>("draft", nullptr, &CoverageRow::draft).WhereTold()};
     return fields;
 }
 
@@ -207,8 +252,9 @@ int RunCoverage(const CoverageOptions& options, Output& output) {
     const Story story = ReadStory(options.story);
     const SceneNumbers numbers = NumbersOf(SceneSelection(*story.root));
     const Toolkit toolkit;
+    Drafts drafts(story, options);
     Records records;
-    const bool allRead = ReadRecords(options, numbers, records, output);
+    const bool allRead = ReadRecords(options, numbers, drafts, records, output);
     const Coverage coverage = FindCoverage(records, numbers);
     output.Result(AsFormat(options.format, coverage, records, numbers));
     output.Note(fmt::format("{} of {} scenes shown", numbers.size() - coverage.uncovered.size(), numbers.size()));

@@ -16,6 +16,7 @@ struct CoverageOptions {
     std::vector<std::string> clips; ///< Files and folders.
     bool recursive = false;
     ClipOptions clip;
+    std::string oldStory; ///< An earlier draft, read as the story is; may be empty.
     Format format = Format::Text;
 };
 

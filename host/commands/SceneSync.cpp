@@ -1,7 +1,10 @@
 #include "commands/SceneSync.h"
 
+#include <utility>
+
 #include <zonmetadata/SchemaNamespaces.h>
 #include <zonstoryparser/SceneContent.h>
+#include <zonstoryparser/StoryComparison.h>
 
 namespace zonstory {
 
@@ -27,6 +30,16 @@ void Require(bool isDone, const char* problem) {
     }
 }
 
+// A scene's number and all that it says.
+using Said = std::pair<std::string, zonstoryparser::CarriedScene>;
+
+Said ReadSaid(SXMPMeta& xmp) {
+    Said said;
+    zonstoryparser::GetSceneNumberFromXMP(xmp, nullptr, &said.first);
+    said.second = zonstoryparser::ReadCarriedScene(xmp);
+    return said;
+}
+
 // The library leaves alone what a scene does not have. The headings paths are reported by the library when it writes one.
 void RemoveStaleHeading(const zonstoryparser::SceneContent& content, SXMPMeta& xmp, Changed& changed) {
     const HeadingPart parts[] = {{kScriptNamespaceURI, "sceneSetting", content.setting},
@@ -49,7 +62,8 @@ void RemoveStaleHeading(const zonstoryparser::SceneContent& content, SXMPMeta& x
 
 } // namespace
 
-Changed WriteScene(const SelectedScene& selected, SXMPMeta& xmp) {
+Changed WriteScene(const SelectedScene& selected, const ScriptReference& script, SXMPMeta& xmp) {
+    const Said before = ReadSaid(xmp);
     const zonstoryparser::SceneContent content = zonstoryparser::GatherSceneContent(*selected.scene);
     Changed changed;
     RemoveStaleHeading(content, xmp, changed);
@@ -61,6 +75,10 @@ Changed WriteScene(const SelectedScene& selected, SXMPMeta& xmp) {
     const zoncore::UString number = NumberToWrite(selected);
     Require(zonstoryparser::WriteSceneNumberToXMP(number, xmp), "Error writing scene number to XMP");
     changed.push_back(SceneNumberPath());
+    if (ReadSaid(xmp) != before) {
+        WriteScriptReference(script, xmp);
+        changed.push_back(ScriptReferencePath());
+    }
     return changed;
 }
 
@@ -70,6 +88,9 @@ Changed ClearScene(SXMPMeta& xmp) {
     Require(problem.empty(), zoncore::UTF16to8(problem).c_str());
     Require(zonstoryparser::DeleteSceneNumberFromXMP(xmp), "Error deleting scene number from XMP");
     changed.push_back(SceneNumberPath());
+    if (ClearScriptReference(xmp)) {
+        changed.push_back(ScriptReferencePath());
+    }
     return changed;
 }
 

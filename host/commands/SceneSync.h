@@ -6,6 +6,7 @@
 
 #include <zonstoryparser/Story.h>
 
+#include "commands/ScriptReference.h"
 #include "story/SceneSelection.h"
 
 /// What the program writes into a clip for a scene: the heading's parts, action and dialogue as the library writes them,
@@ -23,9 +24,11 @@ public:
 
 /// Makes `xmp` say this scene and nothing of another one: what the scene does not have is removed, so that a clip
 /// written for another scene before keeps none of its words.
-/// @return The paths that may have changed: those the library reports, then the scene number's.
+/// The script is named along with it where that changes anything. A clip that says the scene already keeps the name of the
+/// script it was written from: a draft that leaves a scene alone is no reason to touch its clips.
+/// @return The paths that may have changed: those the library reports, then the scene number's, then the script's.
 /// @throws SceneSyncError, XMP_Error; `xmp` may then be half done.
-std::vector<zonmetadata::Path> WriteScene(const SelectedScene& selected, SXMPMeta& xmp);
+std::vector<zonmetadata::Path> WriteScene(const SelectedScene& selected, const ScriptReference& script, SXMPMeta& xmp);
 
 /// Removes what WriteScene() writes, whoever wrote it, and nothing else.
 /// @return As WriteScene().

@@ -1,5 +1,7 @@
 #include "commands/Show.h"
 
+#include <optional>
+
 #include <fmt/format.h>
 
 #include "commands/ClipScene.h"
@@ -24,6 +26,19 @@ struct Duration {
 
 Duration DurationOf(const ClipScene& scene) {
     return {scene.durationValue, scene.durationScale};
+}
+
+std::optional<ScriptReference> ScriptOf(const ClipScene& scene) {
+    return scene.script.IsEmpty() ? std::nullopt : std::optional(scene.script);
+}
+
+// "pink.fdx, 2nd revision, xxh128:…"
+std::string ScriptText(const ClipScene& scene) {
+    std::string text;
+    for (const std::string& part : {scene.script.name, scene.script.label, scene.script.digest}) {
+        text += (text.empty() || part.empty() ? "" : ", ") + part;
+    }
+    return text;
 }
 
 std::vector<std::string> Speeches(const ClipScene& scene) {
@@ -61,6 +76,7 @@ std::string AsText(const ClipScene& scene) {
         fields += Labelled(label, speech);
         label = "";
     }
+    fields += Labelled("script", ScriptText(scene));
     const std::string source =
         scene.target == Target::Sidecar ? ", sidecar " + std::filesystem::path(scene.file).filename().string() : "";
     return SafeLine(scene.clip + source) + '\n' + (fields.empty() ? "  no script data\n" : fields);
@@ -80,6 +96,14 @@ template <>
 const Fields<ClipScene::Speech>& FieldsOf<ClipScene::Speech>() {
     static const Fields<ClipScene::Speech> fields = {{"character", nullptr, &ClipScene::Speech::character},
                                                      {"dialogue", nullptr, &ClipScene::Speech::dialogue}};
+    return fields;
+}
+
+template <>
+const Fields<ScriptReference>& FieldsOf<ScriptReference>() {
+    static const Fields<ScriptReference> fields = {{"name", nullptr, &ScriptReference::name},
+                                                   {"label", nullptr, &ScriptReference::label},
+                                                   {"digest", nullptr, &ScriptReference::digest}};
     return fields;
 }
 
@@ -107,6 +131,7 @@ const Fields<ClipScene>& FieldsOf<ClipScene>() {
         {"action", nullptr, &ClipScene::action},
         {"dialogue", nullptr, &ClipScene::dialogue, Shown::InJson},
         {"dialogue", nullptr, Speeches, Shown::InTables, "\n"},
+        Field<ClipScene>("script", nullptr, ScriptOf, Shown::InJson).WhereTold(),
     };
     return fields;
 }

@@ -23,10 +23,11 @@ namespace {
 constexpr BatchWords kWords = {"written", "would be written"};
 
 // A clip that is refused, or for which no scene was found, has none.
-ClipTask MakeTask(SelectedClip clip, const SelectedScene& scene, std::optional<std::string> unmatched) {
+ClipTask MakeTask(SelectedClip clip, const SelectedScene& scene, std::optional<std::string> unmatched,
+                  const ScriptReference& script) {
     return {std::move(clip.path), std::move(clip.refusal), std::move(unmatched),
             scene.scene ? zoncore::UTF16to8(NumberToWrite(scene)) : std::string(),
-            [scene](SXMPMeta& xmp) { return WriteScene(scene, xmp); }};
+            [scene, &script](SXMPMeta& xmp) { return WriteScene(scene, script, xmp); }};
 }
 
 void CheckUsage(const WriteOptions& options) {
@@ -114,6 +115,7 @@ int RunWrite(const WriteOptions& options, Output& output) {
     CheckUsage(options);
     const Story story = ReadStory(options.story);
     const SceneSelection scenes(*story.root);
+    const ScriptReference script = ReferenceTo(story, options.story);
     const Toolkit toolkit;
     Selection selection = Select(options, scenes, output);
     selection.unmatched.resize(selection.clips.size());
@@ -122,7 +124,7 @@ int RunWrite(const WriteOptions& options, Output& output) {
     tasks.reserve(selection.clips.size());
     for (std::size_t index = 0; index < selection.clips.size(); ++index) {
         tasks.push_back(MakeTask(std::move(selection.clips[index]), selection.scenes[index],
-                                 std::move(selection.unmatched[index])));
+                                 std::move(selection.unmatched[index]), script));
     }
     return RunBatch(tasks, options.batch, kWords, output);
 }

@@ -127,7 +127,7 @@ std::string HeadingLine(std::string_view text, std::string_view number) {
 
 std::string CueLine(std::string_view text, bool isDual, bool isFollowed, bool isTop) {
     const std::string tail = isDual ? " ^" : "";
-    const std::string line = Escaped(text) + tail;
+    std::string line = Escaped(text) + tail;
     if (isFollowed && IsUnforcedCue(line, text, isDual) && !(isTop && IsTitle(line, {}))) {
         return line;
     }
@@ -135,7 +135,7 @@ std::string CueLine(std::string_view text, bool isDual, bool isFollowed, bool is
 }
 
 std::string TransitionLine(std::string_view text, bool isTop) {
-    const std::string line = Escaped(text);
+    std::string line = Escaped(text);
     if (IsUnforcedTransition(line) && !(isTop && IsTitle(line, {}))) {
         return line;
     }
@@ -144,8 +144,8 @@ std::string TransitionLine(std::string_view text, bool isTop) {
 }
 
 std::string ParentheticalLine(std::string_view text) {
-    const std::string line = Escaped(text);
-    const std::string bracketed = "(" + line + ")";
+    std::string line = Escaped(text);
+    std::string bracketed = "(" + line + ")";
     if (IsParenthetical(line)) {
         return line;
     }
@@ -162,7 +162,7 @@ std::string DialogueLine(std::string_view text) {
 }
 
 std::string ActionLine(std::string_view text, bool isFirst, std::string_view next, bool isTop) {
-    const std::string line = Escaped(text);
+    std::string line = Escaped(text);
     const std::string_view bare = WithoutBlanks(line);
     if (bare.empty()) {
         return "!";

@@ -72,7 +72,7 @@ TEST_F(ClipVerbs, WriteShowAndClear) {
                               "  xmpScript:dialogSequence[1]/xmpScript:character\n"
                               "  xmpScript:dialogSequence[1]/xmpScript:dialog\n"
                               "  xmpScript:dialogSequence[2]/xmpScript:character\n"
-                              "  xmpScript:dialogSequence[2]/xmpScript:dialog\n  xmpDM:scene\n";
+                              "  xmpScript:dialogSequence[2]/xmpScript:dialog\n  xmpDM:scene\n  xmpMM:Ingredients\n";
     EXPECT_EQ(written.out,
               mMov + ": written, scene 1\n" + paths + mMkv + ": written, scene 1, sidecar " + Sidecar() + "\n" + paths);
     for (const std::string& file : {mMov, Sidecar()}) {
@@ -132,7 +132,7 @@ TEST_F(ClipVerbs, OneFailureDoesNotStopTheOthersAndIsReported) {
     ASSERT_EQ(clips.size(), 4U);
     EXPECT_EQ(clips[0]["result"], "failed");
     EXPECT_EQ(clips[1]["result"], "written");
-    EXPECT_EQ(clips[1]["changedPaths"].size(), 10U);
+    EXPECT_EQ(clips[1]["changedPaths"].size(), 11U);
     EXPECT_THAT(support::ReadFile(mZonstory / "r.csv"),
                 AllOf(HasSubstr("clip,scene,target,file,result,reason,notes,changed_paths\r\n"
                                 "none.mov,1,,,failed,No such file or directory,"),

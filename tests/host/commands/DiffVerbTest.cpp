@@ -61,6 +61,18 @@ TEST_F(DiffVerb, TellsClipsAndFeedsTheMap) {
     EXPECT_EQ(table, "clip,scene,state,carried\r\n./a.mkv,#1,current,1\r\n./b.mkv,#2,outdated,2\r\n"
                      "./c.mkv,,unknown,3\r\n./d.mkv,,other,1\r\n./e.mkv,,none,\r\n");
     EXPECT_EQ(mZonstory.Run({"diff", "old.fountain", "new.fountain", ".", "--sidecar", "--outdated"}).out, "./b.mkv\n");
+    const auto states = [&](const std::vector<std::string>& more) {
+        std::vector<std::string> arguments = {"coverage", "new.fountain", ".", "--sidecar", "--format", "csv"};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return mZonstory.Run(arguments).out;
+    };
+    EXPECT_THAT(states({"--old", "old.fountain"}),
+                HasSubstr("1,1,covered,./d.mkv,,other\r\n2,2,covered,./b.mkv,,outdated\r\n"));
+    EXPECT_THAT(states({}), HasSubstr("2,2,covered,./b.mkv,,outdated\r\n")); // its own word for it
+    EXPECT_THAT(mZonstory.Run({"show", "b.mkv", "--sidecar"}).out, HasSubstr("  script       old.fountain, xxh128:"));
+    EXPECT_EQ(mZonstory.Run({"clear", "a.mkv", "--sidecar"}).exitCode, 0);
+    EXPECT_THAT(mZonstory.Run({"show", "a.mkv", "--sidecar"}).out, HasSubstr("no script data"));
+    EXPECT_EQ(mZonstory.Run({"write", "new.fountain", "--scene", "1", "--sidecar", "a.mkv"}).exitCode, 0);
     support::WriteFile(mZonstory / "map.csv", table);
     const auto written = mZonstory.Run({"write", "new.fountain", "--map", "map.csv", "--sidecar"});
     EXPECT_THAT(written.err, HasSubstr("1 written, 1 unchanged, 0 failed"));

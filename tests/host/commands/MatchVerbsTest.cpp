@@ -202,8 +202,8 @@ TEST_F(MatchVerbs, CoverageCountsScenes) {
     EXPECT_EQ(coverage["scenes"][7]["clips"][0]["clip"], "c/y.mov") << "a scene without number, by its place";
 
     const std::string csv = mZonstory.Run({"coverage", "s.skrx", "c", "--format", "csv"}).out;
-    EXPECT_THAT(csv, AllOf(HasSubstr("5,12A,covered,c/12A-1.mov,1\r\n"), HasSubstr("1,1,uncovered,,\r\n"),
-                           HasSubstr(",55,unknown,c/x.mov,\r\n")));
+    EXPECT_THAT(csv, AllOf(HasSubstr("5,12A,covered,c/12A-1.mov,1,current\r\n"), HasSubstr("1,1,uncovered,,,\r\n"),
+                           HasSubstr(",55,unknown,c/x.mov,,unknown\r\n")));
 }
 
 } // namespace
