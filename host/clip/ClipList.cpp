@@ -12,6 +12,7 @@
 #include <dirent.h>
 #include <sys/stat.h>
 
+#include "clip/FrameSequence.h"
 #include "clip/Sidecar.h"
 #include "files/FileIdentity.h"
 #include "files/SystemError.h"
@@ -24,11 +25,11 @@ namespace {
 namespace fs = std::filesystem;
 
 // Sorted, lower case.
-constexpr std::array<std::string_view, 46> kMediaExtensions = {
-    "3g2", "3gp", "aac", "aif",  "aifc", "aiff", "ari",  "arx",  "asf",  "avi", "braw", "bwf",
-    "crm", "dv",  "f4v", "flac", "flv",  "gxf",  "lxf",  "m2t",  "m2ts", "m2v", "m4a",  "m4v",
-    "mkv", "mov", "mp2", "mp3",  "mp4",  "mpe",  "mpeg", "mpg",  "mts",  "mxf", "oga",  "ogg",
-    "ogv", "qt",  "r3d", "rf64", "ts",   "vob",  "wav",  "webm", "wma",  "wmv"};
+constexpr std::array<std::string_view, 49> kMediaExtensions = {
+    "3g2", "3gp", "aac", "aif",  "aifc", "aiff", "ari", "arx",  "asf", "avi", "braw", "bwf", "cin",
+    "crm", "dpx", "dv",  "exr",  "f4v",  "flac", "flv", "gxf",  "lxf", "m2t", "m2ts", "m2v", "m4a",
+    "m4v", "mkv", "mov", "mp2",  "mp3",  "mp4",  "mpe", "mpeg", "mpg", "mts", "mxf",  "oga", "ogg",
+    "ogv", "qt",  "r3d", "rf64", "ts",   "vob",  "wav", "webm", "wma", "wmv"};
 static_assert(std::is_sorted(kMediaExtensions.begin(), kMediaExtensions.end()));
 
 using Folder = std::unique_ptr<DIR, int (*)(DIR*)>;
@@ -60,9 +61,12 @@ public:
 private:
     void Refuse(const fs::path& path, int error) { mList.errors.push_back({path, SystemErrorText(error)}); }
 
-    // By what it is rather than by its name: two links to it are one clip, which is written once.
+    // By what it is rather than by its name: two links to it are one clip, which is written once. Of a sequence of frames
+    // the first stands for all.
     void AddFile(const fs::path& path, const struct stat& status) {
-        if (mFiles.insert(KeyOf(status)).second) {
+        const fs::path name = SequenceName(path);
+        const bool isNew = name == path || mSequences.insert(name.lexically_normal().native()).second;
+        if (isNew && mFiles.insert(KeyOf(status)).second) {
             mList.clips.push_back(path);
         }
     }
@@ -103,8 +107,9 @@ private:
         std::unordered_set<std::string> owners;
         for (const fs::path& clip : mList.clips) {
             if (!IsSidecarName(clip)) {
-                owners.insert(clip.lexically_normal().native());
-                owners.insert(fs::path(clip).replace_extension().lexically_normal().native());
+                fs::path owner = SequenceName(clip).lexically_normal();
+                owners.insert(owner.native());
+                owners.insert(owner.replace_extension().native());
             }
         }
         std::erase_if(mList.clips, [&](const fs::path& clip) {
@@ -137,6 +142,7 @@ private:
     ClipList mList;
     std::unordered_set<FileKey, FileKeyHash> mFiles;
     std::unordered_set<FileKey, FileKeyHash> mFolders;
+    std::unordered_set<std::string> mSequences;
 };
 
 } // namespace

@@ -21,7 +21,8 @@ struct ClipList {
 bool IsMediaName(const std::filesystem::path& file);
 
 /// Finds the clips that paths stand for: a file for itself, a folder for the media files in it, sorted by name. Hidden
-/// files and folders are left out, and so is what another run has in work. A sidecar that is named beside its clip, as by
+/// files and folders are left out, and so is what another run has in work. Of the
+/// numbered frames of one sequence the first is the clip. A sidecar that is named beside its clip, as by
 /// a shell's "*", is part of that clip and passed over; one without its clip stays, to be refused when its turn comes.
 /// @param recursive  Folders within folders too; one that is reached twice, as by a link, is searched once.
 ClipList FindClips(const std::vector<std::filesystem::path>& paths, bool recursive);

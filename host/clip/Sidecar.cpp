@@ -5,6 +5,7 @@
 #include <strings.h>
 #include <sys/stat.h>
 
+#include "clip/FrameSequence.h"
 #include "clip/packet/MetadataContent.h"
 #include "files/FileIdentity.h"
 
@@ -29,7 +30,7 @@ bool HoldsRDF(const std::string& bytes, const SXMPMeta& xmp) {
 } // namespace
 
 fs::path SidecarPath(const fs::path& clip, SidecarName name) {
-    fs::path sidecar = clip;
+    fs::path sidecar = SequenceName(clip);
     if (name == SidecarName::Short) {
         return sidecar.replace_extension(kExtension);
     }

@@ -8,7 +8,7 @@
 
 namespace zonstory {
 
-/// The sidecar's path: clip.xmp, or clip.mov.xmp.
+/// The sidecar's path: clip.xmp, or clip.mov.xmp. The frames of one sequence have one.
 std::filesystem::path SidecarPath(const std::filesystem::path& clip, SidecarName name);
 
 /// Whether a file is named as a sidecar is, so that it is no clip.

@@ -10,6 +10,7 @@
 
 #include "clip/ClipList.h"
 #include "clip/ClipState.h"
+#include "clip/FrameSequence.h"
 #include "clip/Sidecar.h"
 #include "clip/TargetFile.h"
 #include "files/FileIdentity.h"
@@ -48,7 +49,7 @@ public:
 
     void Add(const fs::path& clip, bool isAskedAbout) {
         const fs::path real = RealPath(clip);
-        if (real.empty() || !mClips.insert(real.native()).second) {
+        if (real.empty() || !mClips.insert(SequenceName(real).native()).second) {
             return;
         }
         const fs::path sidecar = ChooseSidecar(real, mName).path;

@@ -69,6 +69,18 @@ TEST_F(ClipListing, SidecarNamedBesideItsClipIsPartOfIt) {
     EXPECT_THAT(Found({folder / "a.xmp", folder / "B.MOV"}, false), ElementsAre("a.xmp", "B.MOV"));
 }
 
+TEST_F(ClipListing, FramesOfOneSequenceAreOneClip) {
+    const fs::path frames = mFolder / "frames";
+    fs::create_directory(frames);
+    for (const char* name : {"A.0001.dpx", "A.0002.dpx", "A.0003.dpx", "A.xmp", "B_00001.ari", "B_00002.ari",
+                             "B_001.ari", "IMG-0001.mov", "IMG-0002.mov", "0001.exr"}) {
+        support::WriteFile(frames / name, "x");
+    }
+    EXPECT_THAT(Found({frames / "A.0003.dpx", frames / "A.xmp", frames}, false),
+                ElementsAre("frames/A.0003.dpx", "frames/0001.exr", "frames/B_00001.ari", "frames/B_001.ari",
+                            "frames/IMG-0001.mov", "frames/IMG-0002.mov"));
+}
+
 TEST_F(ClipListing, MissingPathsAreErrorsAndTheRestGoesOn) {
     EXPECT_THAT(Found({mFolder / "missing.mov", mFolder / "B.MOV", mFolder / "dangling.mov"}, false),
                 ElementsAre("B.MOV"));

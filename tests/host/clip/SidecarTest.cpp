@@ -95,6 +95,8 @@ const ConflictCase kConflicts[] = {
     {"same clip twice",  {"A.mxf"}, {"A.mxf", "A.mxf"}, kShort, {}},
     {"case ignored",     {"A.mxf", "=a.MXF", "a.mkv"}, {"A.mxf"}, kShort, {"A.mxf a.mkv A.xmp"}},
     {"case counts",      {"A.mxf", "a.mkv"}, {"A.mxf"}, kShort, {}},
+    {"frames",           {"A.0001.dpx", "A.0002.dpx", "B.mkv"}, {"A.0002.dpx"}, kShort, {}},
+    {"frames and a clip", {"A.0001.dpx", "A.mkv"}, {"A.0001.dpx"}, kShort, {"A.0001.dpx A.mkv A.xmp"}},
     {"missing",          {"A.mxf"}, {"A.mxf", "A.mkv"}, kShort, {}},
 };
 // clang-format on
