@@ -62,6 +62,12 @@ public:
         ::waitid(P_PID, static_cast<id_t>(mProcess), &what, WSTOPPED | WEXITED | WNOWAIT);
     }
 
+    bool HasEnded() const {
+        siginfo_t what{};
+        return ::waitid(P_PID, static_cast<id_t>(mProcess), &what, WEXITED | WNOHANG | WNOWAIT) != 0 ||
+               what.si_pid != 0;
+    }
+
     void Send(int signal) const { ::kill(mProcess, signal); }
 
     ProgramResult Wait() {

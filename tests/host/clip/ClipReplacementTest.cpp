@@ -77,13 +77,6 @@ TEST_F(ClipReplacement, FollowsLinksAndKeepsThem) {
     EXPECT_FALSE(support::ReadFile(mClip) == mOld);
 }
 
-TEST_F(ClipReplacement, TellsOfOtherHardLinks) {
-    fs::create_hard_link(mClip, mFolder / "other.mov");
-    EXPECT_THAT(zonstory::UpdateClip(mClip, {}, SetSource()).warnings,
-                ElementsAre(testing::HasSubstr("1 other hard link")));
-    EXPECT_TRUE(support::ReadFile(mFolder / "other.mov") == mOld);
-}
-
 // A recorder that still writes, a sync tool that replaces: what they did stays.
 TEST_F(ClipReplacement, NeverTakesThePlaceOfAClipThatChanged) {
     const auto commit = [&](auto meddle) {

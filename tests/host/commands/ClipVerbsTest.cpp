@@ -153,13 +153,26 @@ TEST_F(ClipVerbs, AMapNamesTheScenes) {
 }
 
 TEST_F(ClipVerbs, NamesAreTakenAsTheyAre) {
-    fs::create_directory(mZonstory / "[a,b]");
-    for (const std::string name :
-         {"-x.mov", "[a,b]/[c]", "two\nlines.mov", "caf\xE9.mov", "write", "#4.mov", "a b'\".mov"}) {
+    const std::string names[] = {
+        "-x.mov",
+        "[a,b]/[c]",
+        "f\n\xFF/two\nlines.mov",
+        "two\nlines.mov",
+        "caf\xE9.mov",
+        "write",
+        "#4.mov",
+        "a b'\"`$z`.mov",
+        "-e/clip." + std::string(200, 'e'),
+        mZonstory / "absolute.mov",
+        std::string(255, 'f') + '/' + std::string(251, 'c') + ".mov", // which leaves no room for a name made of it
+    };
+    for (const std::string& name : names) {
+        fs::create_directories((mZonstory / name).parent_path());
         fs::copy_file(mZonstory / mMov, mZonstory / name);
         const ZonstoryResult result = mZonstory.Run({"write", "s.skrx", "--scene", "1", "--", name});
         EXPECT_EQ(result.exitCode, 0) << name << result.err;
         EXPECT_EQ(ExifToolValue(mZonstory / name, "XMP-xmpDM:Scene"), "1") << name;
+        EXPECT_FALSE(fs::exists((mZonstory / name).parent_path() / ".zonstory-work")) << name;
     }
     const ZonstoryResult text = mZonstory.Run({"show", "two\nlines.mov", "caf\xE9.mov"});
     EXPECT_THAT(text.out, AllOf(HasSubstr("two\\nlines.mov\n"), HasSubstr("caf\\xe9.mov\n")));
@@ -188,12 +201,13 @@ TEST_F(ClipVerbs, SignalsStopBetweenClips) {
         for (int number = 0; number < kClips; ++number) {
             fs::copy_file(mZonstory / mMov, mZonstory / ("in/" + std::to_string(1000 + number) + ".mov"));
         }
-        const pid_t process = mZonstory.Start({"write", "s.skrx", "--scene", "1", "in", "--report", "r.json"});
-        while (fs::file_size(mZonstory / "in/1000.mov") == size && !mZonstory.HasEnded(process)) {
+        support::RunningProgram program =
+            mZonstory.Start({"write", "s.skrx", "--scene", "1", "in", "--report", "r.json"});
+        while (fs::file_size(mZonstory / "in/1000.mov") == size && !program.HasEnded()) {
             std::this_thread::sleep_for(std::chrono::milliseconds(1));
         }
-        ::kill(process, signal);
-        const ZonstoryResult result = mZonstory.Wait(process);
+        program.Send(signal);
+        const ZonstoryResult result = mZonstory.Wait(std::move(program));
         EXPECT_EQ(result.signal, signal);
         EXPECT_THAT(result.err, AllOf(HasSubstr(" written, 0 unchanged, 0 failed, "), HasSubstr(" not done\n")));
         EXPECT_EQ(support::NamesIn(mZonstory / "in").size(), static_cast<std::size_t>(kClips));
@@ -221,8 +235,10 @@ TEST_F(ClipVerbs, RecoverRemovesWhatKilledRunsLeft) {
 
 TEST_F(ClipVerbs, QuietLeavesOutNotesButNotWhatWasLost) {
     fs::create_hard_link(mZonstory / mMov, mZonstory / "other");
+    const std::string old = support::ReadFile(mZonstory / mMov);
     EXPECT_THAT(mZonstory.Run({"write", "s.skrx", "--scene", "1", mMov, "--quiet"}).err,
                 testing::MatchesRegex("[^\n]*1 other hard link[^\n]*\n"));
+    EXPECT_TRUE(support::ReadFile(mZonstory / "other") == old);
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "Zonstory.h"
+#include "host/clip/MadeChunks.h"
 #include "support/ClipSamples.h"
 
 // Which clip shows which scene: found, written, fed back, counted.
@@ -29,14 +30,6 @@ std::string StoryOf(const std::vector<std::string>& numbers) {
            "</section></stream></document></Talewright>";
 }
 
-std::string Little(std::size_t number) {
-    std::string bytes;
-    for (int byte = 0; byte < 4; ++byte, number >>= 8) {
-        bytes += static_cast<char>(number & 0xFF);
-    }
-    return bytes;
-}
-
 class MatchVerbs : public ::testing::Test {
 protected:
     MatchVerbs() {
@@ -55,10 +48,8 @@ protected:
         const fs::path made = support::MakeClip(mZonstory.Folder(), support::SampleNamed("Wav"));
         std::string bytes = support::ReadFile(made);
         fs::remove(made);
-        std::string ixml = "<BWFXML><SCENE>" + scene + "</SCENE><TAKE>4</TAKE></BWFXML>";
-        ixml.resize(ixml.size() + ixml.size() % 2);
-        bytes += "iXML" + Little(ixml.size()) + ixml;
-        bytes.replace(4, 4, Little(bytes.size() - 8));
+        bytes += support::Chunk("iXML", "<BWFXML><SCENE>" + scene + "</SCENE><TAKE>4</TAKE></BWFXML>");
+        bytes.replace(4, 4, support::Little(bytes.size() - 8));
         support::WriteFile(mZonstory / name, bytes);
     }
 

@@ -101,7 +101,7 @@ TEST(Program, HelpManPageAndCompletionsKnowEveryVerbAndExitCode) {
 TEST(Program, ResultsThatCannotBeWrittenAreAFailure) {
     const Zonstory zonstory;
     support::WriteFile(zonstory / "s.skrx", support::kSampleStory);
-    const ZonstoryResult full = zonstory.RunInto("/dev/full", {"scenes", "s.skrx"});
+    const ZonstoryResult full = zonstory.Wait(zonstory.Start({"scenes", "s.skrx"}, "/dev/full"));
     EXPECT_EQ(full.exitCode, 1);
     EXPECT_EQ(full.err, "standard output: No space left on device\n");
 }

@@ -1,12 +1,10 @@
 #pragma once
 
-#include <csignal>
 #include <filesystem>
 #include <string>
 #include <vector>
 
-#include <sys/types.h>
-
+#include "support/RunProgram.h"
 #include "support/TemporaryFolder.h"
 
 /// The program as its users run it: a process of its own, in a folder of its own.
@@ -21,26 +19,38 @@ struct ZonstoryResult {
 
 class Zonstory {
 public:
+    Zonstory() {
+        WriteFile(mStreams / "in", "");
+        WriteFile(mStreams / "out", "");
+    }
+
     /// The folder that the program runs in, where tests put stories and clips.
     const std::filesystem::path& Folder() const { return mFolder.Path(); }
     std::filesystem::path operator/(const std::string& name) const { return mFolder / name; }
 
-    /// @param arguments  In any bytes: there is no shell between.
-    ZonstoryResult Run(const std::vector<std::string>& arguments, const std::string& standardInput = "") const;
+    /// @param arguments  In any bytes.
+    ZonstoryResult Run(const std::vector<std::string>& arguments, const std::string& standardInput = "") const {
+        WriteFile(mStreams / "in", standardInput);
+        return Wait(Start(arguments));
+    }
 
-    /// Runs it with its results going to a file of the caller's.
-    ZonstoryResult RunInto(const std::string& results, const std::vector<std::string>& arguments) const;
+    /// A run that goes on while the test does something else.
+    /// @param results  The file that its results go to; empty for what Wait() returns.
+    RunningProgram Start(const std::vector<std::string>& arguments, const std::string& results = "") const {
+        const std::string out = results.empty() ? (mStreams / "out").string() : results;
+        const std::string script =
+            R"(cd "$0" && streams=$1 out=$2 && shift 2 && exec "$@" <"$streams/in" >"$out" 2>"$streams/err")";
+        std::vector<std::string> words = {"sh", "-c", script, Folder(), mStreams.Path(), out, ZONSTORY};
+        words.insert(words.end(), arguments.begin(), arguments.end());
+        return RunningProgram(words, {"TMPDIR=" + Folder().native()});
+    }
 
-    /// @name A run that goes on while the test does something else
-    /// @{
-    pid_t Start(const std::vector<std::string>& arguments) const;
-    bool HasEnded(pid_t process) const;
-    ZonstoryResult Wait(pid_t process) const;
-    /// @}
+    ZonstoryResult Wait(RunningProgram program) const {
+        const ProgramResult ended = program.Wait();
+        return {ended.exitCode, ended.signal, ReadFile(mStreams / "out"), ReadFile(mStreams / "err")};
+    }
 
 private:
-    pid_t Start(const std::string& results, const std::vector<std::string>& arguments) const;
-
     TemporaryFolder mFolder;
     TemporaryFolder mStreams;
 };
