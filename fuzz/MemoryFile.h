@@ -22,12 +22,6 @@ public:
         REQUIRE(::pwrite(mFile.Get(), bytes.data(), bytes.size(), 0) == static_cast<ssize_t>(bytes.size()));
     }
 
-    std::string Contents() const {
-        std::string bytes(static_cast<std::size_t>(::lseek(mFile.Get(), 0, SEEK_END)), '\0');
-        REQUIRE(::pread(mFile.Get(), bytes.data(), bytes.size(), 0) == static_cast<ssize_t>(bytes.size()));
-        return bytes;
-    }
-
     const zonstory::FileDescriptor& Descriptor() const { return mFile; }
     std::string Path() const { return "/proc/self/fd/" + std::to_string(mFile.Get()); }
 

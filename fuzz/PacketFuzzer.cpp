@@ -6,39 +6,20 @@
 
 #include "SceneInvariants.h"
 #include "Toolkit.h"
-
-namespace {
-
-boost::intrusive_ptr<zonstoryparser::Paragraph> MakeParagraph(zonstoryparser::ElementType type,
-                                                              const zoncore::UString& text) {
-    boost::intrusive_ptr<zonstoryparser::Paragraph> paragraph(new zonstoryparser::Paragraph);
-    paragraph->objectID = zonstoryparser::ObjectID(u"p");
-    paragraph->element = type;
-    paragraph->textRuns.emplace_back(new zonstoryparser::TextRun);
-    paragraph->textRuns[0]->text = text;
-    return paragraph;
-}
-
-boost::intrusive_ptr<zonstoryparser::Scene> MakeScene() {
-    boost::intrusive_ptr<zonstoryparser::Scene> scene(new zonstoryparser::Scene);
-    scene->paragraphs = {MakeParagraph(zonstoryparser::kSceneHeading, u"INT. HOUSE - NIGHT"),
-                         MakeParagraph(zonstoryparser::kAction, u"Rain."),
-                         MakeParagraph(zonstoryparser::kCharacter, u"ANN"),
-                         MakeParagraph(zonstoryparser::kDialog, u"Hi.")};
-    return scene;
-}
-
-} // namespace
+#include "support/Scenes.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace zonstoryparser;
     fuzz::StartToolkit();
+    static const auto scene = support::MakeScene(
+        {{kSceneHeading, u"INT. HOUSE - NIGHT"}, {kAction, u"Rain."}, {kCharacter, u"ANN"}, {kDialog, u"Hi."}});
     std::ostringstream printed;
     std::streambuf* const usual = std::cerr.rdbuf(printed.rdbuf());
     try {
         SXMPMeta xmp(reinterpret_cast<const char*>(data), size);
         SXMPMeta copy = xmp;
         fuzz::CheckAccessors(copy);
-        fuzz::CheckScene(MakeScene(), xmp);
+        fuzz::CheckScene(scene, xmp);
     } catch (const XMP_Error&) {
         // Refused at the door, or an array that is none: both reach the host by contract.
     }

@@ -5,9 +5,9 @@
 namespace fuzz {
 
 /// Breaks one scene down, writes it into `xmp` twice, clears it twice, and requires what hosts rely on: a packet is made
-/// where there is something to say, and parses again to what the scene says; so does what was written; the changed paths
-/// name every property that differs between before and after, and are the whole list in its order; the second write
-/// changes nothing; clearing leaves no story data; a second clear reports no dialogue.
+/// where there is something to say, and parses again to what the scene says; what was written is there, and
+/// all else as before; the changed paths are the whole list in its order; the second write changes nothing; clearing
+/// leaves no story data, and all else as before; a second clear reports no dialogue.
 void CheckScene(const boost::intrusive_ptr<zonstoryparser::Scene>& scene, SXMPMeta& xmp);
 
 /// CheckScene() for every scene of a story that may be partial, each on empty metadata, and the story's traversal of
