@@ -77,9 +77,10 @@ fs::path MakeClip(const fs::path& folder, const ClipSample& sample) {
     return clip;
 }
 
-std::string DecodedDigest(const fs::path& clip) {
-    return RunProgram({"ffmpeg", "-nostdin", "-v", "error", "-i", "file:" + clip.native(), "-map", "0:v?", "-map",
-                       "0:a?", "-f", "md5", "-"})
+std::string DecodedDigest(const fs::path& clip, const std::string& from) {
+    const char* const said = from == "0" ? "error" : "quiet"; // between two frames there is always something to say
+    return RunProgram({"ffmpeg", "-nostdin", "-v", said, "-ss", from, "-i", "file:" + clip.native(), "-map", "0:v?",
+                       "-map", "0:a?", "-f", "md5", "-"})
         .output;
 }
 

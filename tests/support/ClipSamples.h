@@ -26,8 +26,8 @@ const ClipSample& SampleNamed(const std::string& name);
 /// @return Its path. @throws std::runtime_error with what ffmpeg said.
 std::filesystem::path MakeClip(const std::filesystem::path& folder, const ClipSample& sample);
 
-/// A digest of all pictures and sounds that ffmpeg decodes; what it complains about, where it does.
-std::string DecodedDigest(const std::filesystem::path& clip);
+/// A digest of all pictures and sounds that ffmpeg decodes, and what it complains about; or of those from a second on.
+std::string DecodedDigest(const std::filesystem::path& clip, const std::string& from = "0");
 
 /// The value of a tag ("XMP-dc:Source") as exiftool reads it; empty without one.
 std::string ExifToolValue(const std::filesystem::path& file, const std::string& tag);

@@ -1,6 +1,5 @@
 // MP4 and MOV files in all the orders that boxes can have, those too that no encoder makes.
 #include <algorithm>
-#include <filesystem>
 #include <functional>
 #include <iterator>
 #include <map>
@@ -9,9 +8,7 @@
 
 #include <gmock/gmock.h>
 
-#include "support/ClipSamples.h"
 #include "support/LayoutInvariants.h"
-#include "support/RunProgram.h"
 
 #include <rapidcheck/gtest.h> // wants GoogleTest in front
 
@@ -212,17 +209,6 @@ MadeFile AnyFragments(const std::string& kinds) {
     return file;
 }
 
-const std::string kPacket = R"(<?xpacket begin="" id="W5M0MpCehiHzreSzNTczkc9d"?>
-<x:xmpmeta xmlns:x="adobe:ns:meta/"><rdf:RDF xmlns:rdf="http://www.w3.org/1999/02/22-rdf-syntax-ns#"><rdf:Description
-rdf:about="" xmlns:dc="http://purl.org/dc/elements/1.1/" dc:source="here"/></rdf:RDF></x:xmpmeta><?xpacket end="w"?>)";
-
-// From the middle on, where only an index leads to.
-std::string FramesOf(const std::filesystem::path& clip) {
-    return support::RunProgram({"ffmpeg", "-nostdin", "-v", "quiet", "-ss", "0.25", "-i", clip.native(), "-map", "0",
-                                "-f", "framemd5", "-"})
-        .output;
-}
-
 // What is neither packet nor free space, in file order.
 std::vector<std::string> OthersIn(const std::string& bytes) {
     std::map<std::size_t, std::string> found;
@@ -256,31 +242,6 @@ RC_GTEST_PROP(IsoLayout, ChangesNothingButThePacket, ()) {
         const std::string what = reason.what();
         RC_CLASSIFY(true, what);
         RC_ASSERT(what == "its index is compressed" || what == "its box uuid may hold positions that are not known");
-    }
-}
-
-// What encoders do make: readers find the packet, and all plays and is found by seeking as before.
-TEST(IsoLayout, IsReadByOtherPrograms) {
-    const support::ClipSample samples[] = {
-        {"", "end.mp4", true, "-map 0 -c:v mpeg4"},
-        {"", "front.mp4", true, "-map 0 -map 1 -c:v mpeg4 -c:a aac -movflags +faststart"},
-        {"", "segments.mp4", true, "-map 0 -c:v mpeg4 -g 5 -movflags +frag_keyframe+empty_moov+global_sidx"},
-        {"", "end.mov", true, "-map 0 -map 1 -c:v mjpeg"},
-        {"", "front.mov", true, "-map 0 -map 1 -c:v mjpeg -movflags +faststart"},
-        {"", "room.mov", true, "-map 0 -c:v mjpeg -moov_size 20000"},
-        {"", "segments.mov", true, "-map 0 -c:v mpeg4 -g 5 -movflags +frag_keyframe+empty_moov+global_sidx"},
-        {"", "pieces.mov", true, "-map 0 -map 1 -c:v mpeg4 -g 5 -movflags +frag_keyframe"},
-    };
-    for (const support::ClipSample& sample : samples) {
-        SCOPED_TRACE(sample.file);
-        const support::TemporaryFolder folder;
-        const std::filesystem::path clip = support::MakeClip(folder.Path(), sample);
-        const std::string old = support::ReadFile(clip);
-        const std::string frames = FramesOf(clip);
-        support::RequireExactEdits(old);
-        support::WriteFile(clip, support::Applied(old, support::LayoutOf(old)->Write(kPacket).edits));
-        EXPECT_EQ(support::ExifToolValue(clip, "XMP-dc:Source"), "here");
-        EXPECT_EQ(FramesOf(clip), frames);
     }
 }
 
