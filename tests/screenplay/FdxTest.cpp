@@ -1,4 +1,3 @@
-#include <ostream>
 #include <string>
 
 #include <gmock/gmock.h>
@@ -42,77 +41,72 @@ struct Case {
     const char* body;
     const char* warnings = "";
 };
-void PrintTo(const Case& c, std::ostream* stream) {
-    *stream << c.name;
-}
-class Fdx : public ::testing::TestWithParam<Case> {};
-
-TEST_P(Fdx, GivesTheScript) {
-    const Screenplay screenplay = Read(GetParam().content);
-    EXPECT_EQ(Compact(screenplay), GetParam().body);
-    EXPECT_EQ(Warnings(screenplay), GetParam().warnings);
-}
 
 const std::string kScene = P("Scene Heading", T("INT. A"), "Number='1'");
 const std::string kOldScene = P("Scene Heading", T("INT. OLD"), "Number='9'") + P("Action", T("Old."));
 
-INSTANTIATE_TEST_SUITE_P(
-    All, Fdx,
-    ::testing::Values(
-        Case{"EveryKind",
-             kScene + P("Action", T("a")) + P("Character", T("C")) + P("Parenthetical", T("(p)")) +
-                 P("Dialogue", T("d")) + P("Lyrics", T("l")) + P("Singing", T("s")) + P("Transition", T("t")) +
-                 P("Shot", T("S")) + P("General", T("g")) + "<Paragraph><Text>n</Text></Paragraph>",
-             "scene 1|heading: INT. A|action: a|cue: C|parenthetical: (p)|dialogue: d|dialogue: l|dialogue: s|"
-             "transition: t|shot: S|action: g|action: n"},
-        Case{"RunsAreJoinedWithNothingBetween",
-             kScene + P("Action", "\n  <Text Style='Bold'>He </Text>\n<Text/><Text> </Text><Text RevisionID='2'>"
-                                  "g&#111;es\nout</Text>"),
-             "scene 1|heading: INT. A|action: He  goes/out"},
-        Case{"NestedElementsAreNoText",
-             P("Scene Heading", "<SceneProperties><Summary>" + P("Action", T("no")) +
-                                    "</Summary></SceneProperties><ScriptNote>" + P("", T("no")) + "</ScriptNote>" +
-                                    T("EXT. B")) +
-                 P("Action", "<AltCollection>" + P("Dialogue", T("no")) + "</AltCollection><Text>y<b>no</b>es</Text>"),
-             "scene|heading: EXT. B|action: yes"},
-        Case{"DualDialogueInAParagraph",
-             kScene + "<Paragraph>" + T("Both.") + "<DualDialogue>" + P("Character", T("L")) + P("Dialogue", T("l")) +
-                 P("Character", T("R")) + P("Dialogue", T("r")) + "</DualDialogue>" + T("Rest.") + "</Paragraph>",
-             "scene 1|heading: INT. A|action: Both.|cue: L|dialogue: l|cue: R|dialogue: r|action: Rest."},
-        Case{"NumbersCountOnHeadingsOnly",
-             P("Scene Heading", T("INT. A"), "Number=' 12A-1 '") + P("Shot", T("S"), "Number='13'"),
-             "scene  12A-1 |heading: INT. A|shot: S"},
-        Case{"HeadingWithoutTextIsAScene", P("Scene Heading", "", "Number='4'") + P("Action", T("a")),
-             "scene 4|action: a"},
-        Case{"OmittedWithinItsHeading",
-             P("Scene Heading", "<OmittedScene>" + kOldScene + "</OmittedScene>" + T("Omitted OMITTED"), "Number='9'") +
-                 P("Scene Heading", "<OmittedScene>" + kOldScene + "</OmittedScene>" + T("INT. OLD")),
-             "scene 9|heading: Omitted OMITTED|scene|heading: OMITTED",
-             "2: scene 9 is omitted|5: a scene without a number is omitted"},
-        Case{"OmittedBetweenParagraphs", kScene + "<OmittedScene>" + kOldScene + "</OmittedScene><OmittedScene/>",
-             "scene 1|heading: INT. A|scene 9|heading: OMITTED|scene|heading: OMITTED",
-             "3: scene 9 is omitted|5: a scene without a number is omitted"},
-        Case{"KindsThatAreLeftOut",
-             kScene + P("Cast List", T("A, B")) + P("Cast List", T(" ")) + P("Outline 2", T("o")) +
-                 P("End of Act", T("e")),
-             "scene 1|heading: INT. A",
-             "3: a paragraph of the kind 'Cast List' is left out: 'A, B'|"
-             "5: a paragraph of the kind 'Outline 2' is left out: 'o'|"
-             "6: a paragraph of the kind 'End of Act' is left out: 'e'"},
-        Case{"UnknownKindsAreAction", kScene + P("Teaser", T("x")) + P("Teaser", T("y")),
-             "scene 1|heading: INT. A|action: x|action: y", "3: paragraphs of the kind 'Teaser' are read as action"},
-        Case{"ParagraphsWithoutTextAreDropped",
-             kScene + P("Character", T("C")) + P("Dialogue", "") + P("Action", T("\n \xC2\xA0")),
-             "scene 1|heading: INT. A|cue: C"},
-        Case{"WhatIsSaidBeforeTheFirstHeadingIsAScene", P("Transition", T("FADE IN:")) + P("Action", T("a")) + kScene,
-             "scene|transition: FADE IN:|action: a|scene 1|heading: INT. A",
-             "2: text before the first heading is a scene of its own"},
-        Case{"ATransitionAloneIsNone", P("Transition", T("FADE IN:")) + kScene, "scene 1|heading: INT. A",
-             "2: what stands before the first heading is left out: 'FADE IN:'"},
-        Case{"AScriptOfATransitionIsNotEmpty", P("Transition", T("FADE IN:")),
-             "scene|transition: FADE IN:", "2: text before the first heading is a scene of its own"},
-        Case{"Empty", "", ""}),
-    [](const auto& row) { return row.param.name; });
+const Case kCases[] = {
+    {"EveryKind",
+     kScene + P("Action", T("a")) + P("Character", T("C")) + P("Parenthetical", T("(p)")) + P("Dialogue", T("d")) +
+         P("Lyrics", T("l")) + P("Singing", T("s")) + P("Transition", T("t")) + P("Shot", T("S")) +
+         P("General", T("g")) + "<Paragraph><Text>n</Text></Paragraph>",
+     "scene 1|heading: INT. A|action: a|cue: C|parenthetical: (p)|dialogue: d|dialogue: l|dialogue: s|"
+     "transition: t|shot: S|action: g|action: n"},
+    {"RunsAreJoinedWithNothingBetween",
+     kScene + P("Action", "\n  <Text Style='Bold'>He </Text>\n<Text/><Text> </Text><Text RevisionID='2'>"
+                          "g&#111;es\nout</Text>"),
+     "scene 1|heading: INT. A|action: He  goes/out"},
+    {"NestedElementsAreNoText",
+     P("Scene Heading", "<SceneProperties><Summary>" + P("Action", T("no")) +
+                            "</Summary></SceneProperties><ScriptNote>" + P("", T("no")) + "</ScriptNote>" +
+                            T("EXT. B")) +
+         P("Action", "<AltCollection>" + P("Dialogue", T("no")) + "</AltCollection><Text>y<b>no</b>es</Text>"),
+     "scene|heading: EXT. B|action: yes"},
+    {"DualDialogueInAParagraph",
+     kScene + "<Paragraph>" + T("Both.") + "<DualDialogue>" + P("Character", T("L")) + P("Dialogue", T("l")) +
+         P("Character", T("R")) + P("Dialogue", T("r")) + "</DualDialogue>" + T("Rest.") + "</Paragraph>",
+     "scene 1|heading: INT. A|action: Both.|cue: L|dialogue: l|cue: R|dialogue: r|action: Rest."},
+    {"NumbersCountOnHeadingsOnly",
+     P("Scene Heading", T("INT. A"), "Number=' 12A-1 '") + P("Shot", T("S"), "Number='13'"),
+     "scene  12A-1 |heading: INT. A|shot: S"},
+    {"HeadingWithoutTextIsAScene", P("Scene Heading", "", "Number='4'") + P("Action", T("a")), "scene 4|action: a"},
+    {"OmittedWithinItsHeading",
+     P("Scene Heading", "<OmittedScene>" + kOldScene + "</OmittedScene>" + T("Omitted OMITTED"), "Number='9'") +
+         P("Scene Heading", "<OmittedScene>" + kOldScene + "</OmittedScene>" + T("INT. OLD")),
+     "scene 9|heading: Omitted OMITTED|scene|heading: OMITTED",
+     "2: scene 9 is omitted|5: a scene without a number is omitted"},
+    {"OmittedBetweenParagraphs", kScene + "<OmittedScene>" + kOldScene + "</OmittedScene><OmittedScene/>",
+     "scene 1|heading: INT. A|scene 9|heading: OMITTED|scene|heading: OMITTED",
+     "3: scene 9 is omitted|5: a scene without a number is omitted"},
+    {"KindsThatAreLeftOut",
+     kScene + P("Cast List", T("A, B")) + P("Cast List", T(" ")) + P("Outline 2", T("o")) + P("End of Act", T("e")),
+     "scene 1|heading: INT. A",
+     "3: a paragraph of the kind 'Cast List' is left out: 'A, B'|"
+     "5: a paragraph of the kind 'Outline 2' is left out: 'o'|"
+     "6: a paragraph of the kind 'End of Act' is left out: 'e'"},
+    {"UnknownKindsAreAction", kScene + P("Teaser", T("x")) + P("Teaser", T("y")),
+     "scene 1|heading: INT. A|action: x|action: y", "3: paragraphs of the kind 'Teaser' are read as action"},
+    {"ParagraphsWithoutTextAreDropped",
+     kScene + P("Character", T("C")) + P("Dialogue", "") + P("Action", T("\n \xC2\xA0")),
+     "scene 1|heading: INT. A|cue: C"},
+    {"WhatIsSaidBeforeTheFirstHeadingIsAScene", P("Transition", T("FADE IN:")) + P("Action", T("a")) + kScene,
+     "scene|transition: FADE IN:|action: a|scene 1|heading: INT. A",
+     "2: text before the first heading is a scene of its own"},
+    {"ATransitionAloneIsNone", P("Transition", T("FADE IN:")) + kScene, "scene 1|heading: INT. A",
+     "2: what stands before the first heading is left out: 'FADE IN:'"},
+    {"AScriptOfATransitionIsNotEmpty", P("Transition", T("FADE IN:")),
+     "scene|transition: FADE IN:", "2: text before the first heading is a scene of its own"},
+    {"Empty", "", ""},
+};
+
+TEST(Fdx, GivesTheScript) {
+    for (const Case& c : kCases) {
+        SCOPED_TRACE(c.name);
+        const Screenplay screenplay = Read(c.content);
+        EXPECT_EQ(Compact(screenplay), c.body);
+        EXPECT_EQ(Warnings(screenplay), c.warnings);
+    }
+}
 
 TEST(FdxFacts, StandBesideTheModel) {
     const Screenplay screenplay =

@@ -1,6 +1,5 @@
 #include <optional>
 #include <string>
-#include <utility>
 
 #include <gmock/gmock.h>
 
@@ -8,6 +7,7 @@
 
 #include "screenplay/Compact.h"
 #include "screenplay/StoryText.h"
+#include "support/Utf16.h"
 
 namespace {
 
@@ -58,16 +58,9 @@ TEST(Formats, AreToldByRootAndName) {
     }
 }
 
-std::string Swapped(std::string utf16) {
-    for (std::size_t at = 0; at + 1 < utf16.size(); at += 2) {
-        std::swap(utf16[at], utf16[at + 1]);
-    }
-    return utf16;
-}
-
 // Never replaced: bytes that are no UTF-8 mean what they mean in Windows-1252.
 TEST(Formats, TextComesInSeveralEncodings) {
-    const std::string utf16 = std::string("\xFF\xFE.\0K\0\xFC\0\n\0\n\0\x3C\xD8\xAC\xDF", 16);
+    const std::string utf16 = support::InUTF16(".Kü\n\n🎬", false);
     const struct {
         std::string bytes;
         const char* body;
@@ -76,7 +69,7 @@ TEST(Formats, TextComesInSeveralEncodings) {
         {".K\xC3\xBC\n\n\xF0\x9F\x8E\xAC", "scene|heading: Kü|action: 🎬"},
         {"\xEF\xBB\xBF.K\xC3\xBC", "scene|heading: Kü"},
         {utf16, "scene|heading: Kü|action: 🎬"},
-        {Swapped(utf16), "scene|heading: Kü|action: 🎬"},
+        {support::InUTF16(".Kü\n\n🎬", true), "scene|heading: Kü|action: 🎬"},
         {utf16.substr(0, 7), "scene|heading: K", "1: the file is UTF-16 and ends within a character"},
         {".K\r\n\r\n\x93\x80\x94\x81", "scene|heading: K|action: “€”\xC2\x81",
          "3: here the file is no UTF-8; all of it is read as Windows-1252"},
