@@ -66,24 +66,6 @@ SXMPMeta WithDialogue(int count) {
     return xmp;
 }
 
-TEST(WriteSceneMetadata, ReportsEveryItemThatWasOrIs) {
-    const std::tuple<int, int, Strings> rows[] = {
-        {0, 0, {}},          {0, 2, kArrayItself + Items(1, 2)},
-        {2, 2, Items(1, 2)}, {3, 1, Items(1, 3)},
-        {3, 0, Items(1, 3)}, {1, 11, Items(1, 11)},
-    };
-    for (const auto& [before, after, paths] : rows) {
-        SXMPMeta xmp = WithDialogue(before);
-        const auto scene = MakeScene({});
-        for (int i = 0; i < after; ++i) {
-            scene->paragraphs.push_back(support::MakeParagraph(kCharacter, {u"ANN"}));
-            scene->paragraphs.push_back(support::MakeParagraph(kDialog, {u"Yes."}));
-        }
-        EXPECT_EQ(Write(scene, xmp), kAction1 + paths) << before << ' ' << after;
-        EXPECT_EQ(Carried(xmp), Strings(static_cast<std::size_t>(after), "ANN: Yes."));
-    }
-}
-
 TEST(WriteSceneMetadata, WhatTheSceneDoesNotSayStaysInTheClip) {
     SXMPMeta xmp;
     WriteSceneNumberToXMP(u"kept", xmp);

@@ -22,18 +22,6 @@ std::vector<CharacterDialogue> Records(int count) {
     return list;
 }
 
-TEST(DialogSequence, ComesBackEqualAndInOrder) {
-    for (const int count : {0, 1, 2, 9, 2000}) {
-        SXMPMeta xmp;
-        ASSERT_TRUE(WriteCharacterDialogueToXMP(Records(count), xmp));
-        EXPECT_EQ(xmp.CountArrayItems(kScript, kArray), count);
-        EXPECT_EQ(xmp.DoesPropertyExist(kScript, kArray), count > 0);
-        EXPECT_EQ(DialogueOf(xmp), Lines(Records(count)));
-        EXPECT_TRUE(DeleteCharacterDialogueFromXMP(xmp));
-        EXPECT_FALSE(xmp.DoesPropertyExist(kScript, kArray));
-    }
-}
-
 TEST(DialogSequence, IsAnOrderedArrayOfStructsAndGrowsAtItsEnd) {
     SXMPMeta xmp;
     WriteCharacterDialogueToXMP(Records(3), xmp);
