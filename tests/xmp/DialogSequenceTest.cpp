@@ -24,6 +24,8 @@ std::vector<CharacterDialogue> Records(int count) {
 
 TEST(DialogSequence, IsAnOrderedArrayOfStructsAndGrowsAtItsEnd) {
     SXMPMeta xmp;
+    EXPECT_TRUE(WriteCharacterDialogueToXMP({}, xmp));
+    EXPECT_FALSE(xmp.DoesPropertyExist(kScript, kArray));
     WriteCharacterDialogueToXMP(Records(3), xmp);
     WriteCharacterDialogueToXMP(Records(2), xmp);
     EXPECT_EQ(DialogueOf(xmp), (std::vector<std::string>{"C0: Ä0", "C1: Ä1", "C2: Ä2", "C0: Ä0", "C1: Ä1"}));
