@@ -46,4 +46,13 @@ inline std::string Compact(const zonscreenplay::Screenplay& screenplay) {
     return all;
 }
 
+/// "line: text" of every warning, parted by bars.
+inline std::string Warnings(const zonscreenplay::Screenplay& screenplay) {
+    std::string all;
+    for (const zonscreenplay::Warning& warning : screenplay.warnings) {
+        all += (all.empty() ? "" : "|") + std::to_string(warning.line) + ": " + warning.text;
+    }
+    return all;
+}
+
 } // namespace support

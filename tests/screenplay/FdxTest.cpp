@@ -9,6 +9,7 @@
 namespace {
 
 using support::Compact;
+using support::Warnings;
 using zonscreenplay::ReadScreenplayFromMemory;
 using zonscreenplay::Screenplay;
 
@@ -26,20 +27,11 @@ Screenplay Read(const std::string& content, const std::string& rest = "") {
                                     "film.xml");
 }
 
-// "line: text" of every warning; the script begins in line 2.
-std::string Warnings(const Screenplay& screenplay) {
-    std::string all;
-    for (const zonscreenplay::Warning& warning : screenplay.warnings) {
-        all += (all.empty() ? "" : "|") + std::to_string(warning.line) + ": " + warning.text;
-    }
-    return all;
-}
-
 struct Case {
     const char* name;
     std::string content;
     const char* body;
-    const char* warnings = "";
+    const char* warnings = ""; ///< The script begins in line 2.
 };
 
 const std::string kScene = P("Scene Heading", T("INT. A"), "Number='1'");

@@ -77,11 +77,7 @@ TEST(Formats, TextComesInSeveralEncodings) {
     for (const auto& row : rows) {
         const zonscreenplay::Screenplay screenplay = ReadScreenplayFromMemory(row.bytes, "a.fountain");
         EXPECT_EQ(support::Compact(screenplay), row.body);
-        std::string warnings;
-        for (const zonscreenplay::Warning& warning : screenplay.warnings) {
-            warnings += std::to_string(warning.line) + ": " + warning.text;
-        }
-        EXPECT_EQ(warnings, row.warning);
+        EXPECT_EQ(support::Warnings(screenplay), row.warning);
     }
 }
 

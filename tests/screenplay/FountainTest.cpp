@@ -145,15 +145,12 @@ TEST(FountainText, CarriesAStoryFromElsewhere) {
 
 TEST(FountainText, WarningsNameLinesOfTheFile) {
     const Screenplay screenplay = Read("Rain.\n\nINT. A /*\n\n*/\n[[a\nb]]\n[[c\n\nINN. B\n\nx\nEXT. C\n\n/* d");
-    std::string all;
-    for (const auto& warning : screenplay.warnings) {
-        all += std::to_string(warning.line) + ": " + warning.text + "\n";
-    }
-    EXPECT_EQ(all, "1: text before the first heading is a scene of its own\n"
-                   "8: the note is not closed before an empty line; it stays text\n"
-                   "10: read as a scene heading, which Fountain alone does not know\n"
-                   "13: reads like a scene heading, but no empty line stands before it; it is action\n"
-                   "15: the boneyard is never closed; it stays text\n");
+    EXPECT_EQ(support::Warnings(screenplay),
+              "1: text before the first heading is a scene of its own|"
+              "8: the note is not closed before an empty line; it stays text|"
+              "10: read as a scene heading, which Fountain alone does not know|"
+              "13: reads like a scene heading, but no empty line stands before it; it is action|"
+              "15: the boneyard is never closed; it stays text");
     ASSERT_EQ(screenplay.notes.size(), 1U);
     EXPECT_EQ(screenplay.notes[0].text + std::to_string(screenplay.notes[0].line), "a\nb6");
     EXPECT_EQ(screenplay.lines.Of(*screenplay.root->document->body->section->scenes.back()), 10U);

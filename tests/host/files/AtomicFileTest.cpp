@@ -14,10 +14,6 @@ namespace fs = std::filesystem;
 using zonstory::OutputError;
 using zonstory::WriteFileAtomically;
 
-std::size_t EntriesIn(const fs::path& folder) {
-    return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
-}
-
 TEST(AtomicFile, MakesAndReplacesAndKeepsPermissions) {
     const support::TemporaryFolder folder;
     WriteFileAtomically(folder / "r.csv", "one");
@@ -26,7 +22,7 @@ TEST(AtomicFile, MakesAndReplacesAndKeepsPermissions) {
     WriteFileAtomically(folder / "r.csv", "two");
     EXPECT_EQ(support::ReadFile(folder / "r.csv"), "two");
     EXPECT_EQ(fs::status(folder / "r.csv").permissions(), fs::perms::owner_read | fs::perms::owner_write);
-    EXPECT_EQ(EntriesIn(folder.Path()), 1U);
+    EXPECT_EQ(support::NamesIn(folder.Path()).size(), 1U);
 }
 
 TEST(AtomicFile, ReplacesWhatALinkLeadsTo) {
@@ -45,7 +41,7 @@ TEST(AtomicFile, LeavesTheOldFileWhenItFails) {
     EXPECT_THROW(WriteFileAtomically("/dev/full", "x"), OutputError);
     WriteFileAtomically("/dev/null", "x");
     EXPECT_TRUE(fs::is_character_file("/dev/null"));
-    EXPECT_EQ(EntriesIn(folder.Path()), 0U);
+    EXPECT_EQ(support::NamesIn(folder.Path()).size(), 0U);
 }
 
 } // namespace
