@@ -2,11 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <numeric>
 #include <utility>
 
 #include <fmt/format.h>
-#include <nlohmann/json.hpp>
-
 #include <zonstoryparser/SceneContent.h>
 #include <zonstoryparser/StoryComparison.h>
 
@@ -15,9 +14,8 @@
 #include "commands/Toolkit.h"
 #include "commands/UsageError.h"
 #include "output/ExitCode.h"
-#include "output/Json.h"
+#include "output/Record.h"
 #include "output/SafeText.h"
-#include "output/Table.h"
 
 namespace zonstory {
 
@@ -264,99 +262,202 @@ StyledText AsText(const Diff& diff, const DiffOptions& options) {
 
 // ---- JSON and CSV
 
-Json Position(std::optional<std::size_t> position) {
-    return position ? Json(*position) : Json(nullptr);
-}
+struct WordsRecord {
+    std::size_t wordsIn = 0;
+    std::size_t wordsOut = 0;
+};
 
-Json SceneJson(const Diff& diff, const SceneComparison& scene) {
-    Json dialogue = Json::array();
+struct SpeechRecord {
+    std::string speaker;
+    std::size_t wordsIn = 0;
+    std::size_t wordsOut = 0;
+};
+
+struct SceneRecord {
+    std::optional<std::size_t> oldPosition;
+    std::optional<std::size_t> newPosition;
+    std::string oldNumber;
+    std::string newNumber;
+    std::string state;
+    bool moved = false;
+    std::vector<std::string> changes;
+    std::vector<SpeechRecord> dialogue;
+    WordsRecord action;
+    std::optional<std::string> revision;
+};
+
+struct TieRecord {
+    std::vector<std::size_t> oldPositions;
+    std::vector<std::size_t> newPositions;
+};
+
+struct RenameRecord {
+    std::string kind;
+    std::string from;
+    std::string to;
+    std::size_t scenes = 0;
+};
+
+// In CSV this is what `write --map` reads.
+struct ClipRecordOfDiff {
+    std::string clip;
+    std::string scene; ///< The number.
+    std::string state;
+    std::string mapped; ///< What the map is to write; empty for a clip that it is to leave alone.
+};
+
+struct DiffDocument {
+    std::vector<SceneRecord> scenes;
+    std::vector<TieRecord> ties;
+    std::vector<RenameRecord> renames;
+    std::vector<ClipRecordOfDiff> clips;
+};
+
+SceneRecord RecordOf(const Diff& diff, const SceneComparison& scene) {
+    const std::string revision = diff.Revision(scene);
+    SceneRecord record = {scene.oldPosition,
+                          scene.newPosition,
+                          diff.OldNumber(scene),
+                          diff.NewNumber(scene),
+                          StateWord(scene),
+                          scene.isMoved,
+                          ChangedParts(scene),
+                          {},
+                          {scene.action.in, scene.action.out},
+                          revision.empty() ? std::nullopt : std::optional(revision)};
     for (const auto& speech : scene.dialogue) {
-        dialogue.push_back(
-            {{"speaker", UTF16to8(speech.speaker)}, {"wordsIn", speech.words.in}, {"wordsOut", speech.words.out}});
+        record.dialogue.push_back({UTF16to8(speech.speaker), speech.words.in, speech.words.out});
     }
-    Json row = {{"oldPosition", Position(scene.oldPosition)},
-                {"newPosition", Position(scene.newPosition)},
-                {"oldNumber", diff.OldNumber(scene)},
-                {"newNumber", diff.NewNumber(scene)},
-                {"state", StateWord(scene)},
-                {"moved", scene.isMoved},
-                {"changes", ChangedParts(scene)},
-                {"dialogue", std::move(dialogue)},
-                {"action", {{"wordsIn", scene.action.in}, {"wordsOut", scene.action.out}}}};
-    if (const std::string revision = diff.Revision(scene); !revision.empty()) {
-        row["revision"] = revision;
-    }
-    return row;
+    return record;
 }
 
-std::string AsJson(const Diff& diff) {
-    Json document = JsonDocument("diff", 1);
-    for (const char* const name : {"scenes", "ties", "renames", "clips"}) {
-        document[name] = Json::array();
-    }
-    for (const SceneComparison& scene : diff.comparison.scenes) {
-        document["scenes"].push_back(SceneJson(diff, scene));
-    }
-    for (const auto& tie : diff.comparison.ties) {
-        document["ties"].push_back({{"oldPositions", tie.oldPositions}, {"newPositions", tie.newPositions}});
-    }
-    for (const Rename& rename : diff.comparison.renames) {
-        document["renames"].push_back({{"kind", KindWord(rename)},
-                                       {"from", UTF16to8(rename.from)},
-                                       {"to", UTF16to8(rename.to)},
-                                       {"scenes", rename.scenes}});
-    }
-    for (const ClipRow& row : diff.clips) {
-        document["clips"].push_back({{"clip", JsonString(row.clip)},
-                                     {"scene", JsonString(row.answer.scene)},
-                                     {"state", DraftStateWord(row.answer.state)}});
-    }
-    return JsonText(document);
-}
-
-std::string ScenesAsCsv(const Diff& diff) {
-    Table table({{"old_position", ""},
-                 {"new_position", ""},
-                 {"old_number", ""},
-                 {"new_number", ""},
-                 {"state", ""},
-                 {"moved", ""},
-                 {"changes", ""},
-                 {"dialogue_words_in", ""},
-                 {"dialogue_words_out", ""},
-                 {"action_words_in", ""},
-                 {"action_words_out", ""},
-                 {"revision", ""}});
-    const auto cell = [](std::optional<std::size_t> position) { return position ? std::to_string(*position) : ""; };
-    for (const SceneComparison& scene : diff.comparison.scenes) {
-        const WordCounts dialogue = DialogueCounts(scene);
-        std::string changes;
-        for (const std::string& part : ChangedParts(scene)) {
-            changes += (changes.empty() ? "" : " ") + part;
-        }
-        table.AddRow({cell(scene.oldPosition), cell(scene.newPosition), diff.OldNumber(scene), diff.NewNumber(scene),
-                      StateWord(scene), scene.isMoved ? "true" : "false", changes, std::to_string(dialogue.in),
-                      std::to_string(dialogue.out), std::to_string(scene.action.in), std::to_string(scene.action.out),
-                      diff.Revision(scene)});
-    }
-    return table.AsCsv();
-}
-
-// What `write --map` reads. A clip that somebody edited, or whose scene was cut, has no scene here, so that feeding the
-// table back as it is loses nothing; its number stands beside.
-std::string ClipsAsCsv(const Diff& diff) {
-    Table table({{"clip", ""}, {"scene", ""}, {"state", ""}, {"carried", ""}});
+// A clip that somebody edited, or whose scene was cut, is not mapped, so that feeding the table back as it is loses nothing.
+std::vector<ClipRecordOfDiff> ClipRecords(const Diff& diff) {
     std::vector<bool> isCut(diff.newScenes.size() + 1, false); // by position
     for (const SceneComparison& scene : diff.comparison.scenes) {
         isCut[scene.newPosition.value_or(0)] = scene.state == SceneState::Omitted;
     }
-    for (const ClipRow& row : diff.clips) {
-        const DraftAnswer& answer = row.answer;
+    std::vector<ClipRecordOfDiff> records;
+    for (const auto& [clip, answer] : diff.clips) {
         const bool isSafe = answer.state == DraftState::Current || answer.state == DraftState::Outdated;
-        table.AddRow({row.clip, isSafe && !isCut[*answer.position] ? fmt::format("#{}", *answer.position) : "",
-                      DraftStateWord(answer.state), answer.scene});
+        records.push_back({clip, answer.scene, DraftStateWord(answer.state),
+                           isSafe && !isCut[*answer.position] ? fmt::format("#{}", *answer.position) : ""});
     }
-    return table.AsCsv();
+    return records;
+}
+
+DiffDocument DocumentOf(const Diff& diff) {
+    DiffDocument document;
+    for (const SceneComparison& scene : diff.comparison.scenes) {
+        document.scenes.push_back(RecordOf(diff, scene));
+    }
+    for (const auto& tie : diff.comparison.ties) {
+        document.ties.push_back({tie.oldPositions, tie.newPositions});
+    }
+    for (const Rename& rename : diff.comparison.renames) {
+        document.renames.push_back({KindWord(rename), UTF16to8(rename.from), UTF16to8(rename.to), rename.scenes});
+    }
+    document.clips = ClipRecords(diff);
+    return document;
+}
+
+std::size_t DialogueWordsIn(const SceneRecord& scene) {
+    return std::accumulate(scene.dialogue.begin(), scene.dialogue.end(), std::size_t{0},
+                           [](std::size_t sum, const SpeechRecord& speech) { return sum + speech.wordsIn; });
+}
+
+std::size_t DialogueWordsOut(const SceneRecord& scene) {
+    return std::accumulate(scene.dialogue.begin(), scene.dialogue.end(), std::size_t{0},
+                           [](std::size_t sum, const SpeechRecord& speech) { return sum + speech.wordsOut; });
+}
+
+std::size_t ActionWordsIn(const SceneRecord& scene) {
+    return scene.action.wordsIn;
+}
+
+std::size_t ActionWordsOut(const SceneRecord& scene) {
+    return scene.action.wordsOut;
+}
+
+} // namespace
+
+template <>
+const Fields<WordsRecord>& FieldsOf<WordsRecord>() {
+    static const Fields<WordsRecord> fields = {{"wordsIn", nullptr, &WordsRecord::wordsIn},
+                                               {"wordsOut", nullptr, &WordsRecord::wordsOut}};
+    return fields;
+}
+
+template <>
+const Fields<SpeechRecord>& FieldsOf<SpeechRecord>() {
+    static const Fields<SpeechRecord> fields = {{"speaker", nullptr, &SpeechRecord::speaker},
+                                                {"wordsIn", nullptr, &SpeechRecord::wordsIn},
+                                                {"wordsOut", nullptr, &SpeechRecord::wordsOut}};
+    return fields;
+}
+
+template <>
+const Fields<SceneRecord>& FieldsOf<SceneRecord>() {
+    static const Fields<SceneRecord> fields = {
+        {"oldPosition", nullptr, &SceneRecord::oldPosition},
+        {"newPosition", nullptr, &SceneRecord::newPosition},
+        {"oldNumber", nullptr, &SceneRecord::oldNumber},
+        {"newNumber", nullptr, &SceneRecord::newNumber},
+        {"state", nullptr, &SceneRecord::state},
+        {"moved", nullptr, &SceneRecord::moved},
+        {"changes", nullptr, &SceneRecord::changes, Shown::Everywhere, " "},
+        {"dialogue", nullptr, &SceneRecord::dialogue, Shown::InJson},
+        {"action", nullptr, &SceneRecord::action, Shown::InJson},
+        {"dialogueWordsIn", nullptr, DialogueWordsIn, Shown::InTables},
+        {"dialogueWordsOut", nullptr, DialogueWordsOut, Shown::InTables},
+        {"actionWordsIn", nullptr, ActionWordsIn, Shown::InTables},
+        {"actionWordsOut", nullptr, ActionWordsOut, Shown::InTables},
+        Field<SceneRecord>("revision", nullptr, &SceneRecord::revision).WhereTold(),
+    };
+    return fields;
+}
+
+template <>
+const Fields<TieRecord>& FieldsOf<TieRecord>() {
+    static const Fields<TieRecord> fields = {{"oldPositions", nullptr, &TieRecord::oldPositions},
+                                             {"newPositions", nullptr, &TieRecord::newPositions}};
+    return fields;
+}
+
+template <>
+const Fields<RenameRecord>& FieldsOf<RenameRecord>() {
+    static const Fields<RenameRecord> fields = {{"kind", nullptr, &RenameRecord::kind},
+                                                {"from", nullptr, &RenameRecord::from},
+                                                {"to", nullptr, &RenameRecord::to},
+                                                {"scenes", nullptr, &RenameRecord::scenes}};
+    return fields;
+}
+
+template <>
+const Fields<ClipRecordOfDiff>& FieldsOf<ClipRecordOfDiff>() {
+    static const Fields<ClipRecordOfDiff> fields = {
+        {"clip", nullptr, &ClipRecordOfDiff::clip},
+        {"scene", nullptr, &ClipRecordOfDiff::scene, Shown::InJson},
+        {"scene", nullptr, &ClipRecordOfDiff::mapped, Shown::InTables},
+        {"state", nullptr, &ClipRecordOfDiff::state},
+        {"carried", nullptr, &ClipRecordOfDiff::scene, Shown::InTables},
+    };
+    return fields;
+}
+
+template <>
+const Fields<DiffDocument>& FieldsOf<DiffDocument>() {
+    static const Fields<DiffDocument> fields = {{"scenes", nullptr, &DiffDocument::scenes},
+                                                {"ties", nullptr, &DiffDocument::ties},
+                                                {"renames", nullptr, &DiffDocument::renames},
+                                                {"clips", nullptr, &DiffDocument::clips}};
+    return fields;
+}
+
+namespace {
+
+std::string AsCsv(const DiffDocument& document, bool withClips) {
+    return withClips ? RecordTable(document.clips).AsCsv() : RecordTable(document.scenes).AsCsv();
 }
 
 std::string NamesOfOutdated(const Diff& diff) {
@@ -395,9 +496,9 @@ void Print(const Diff& diff, const DiffOptions& options, Output& output) {
     if (options.onlyOutdated) {
         output.Result(NamesOfOutdated(diff));
     } else if (options.format == Format::Json) {
-        output.Result(AsJson(diff));
+        output.Result(DocumentText("diff", DocumentOf(diff)));
     } else if (options.format == Format::Csv) {
-        output.Result(options.clips.empty() ? ScenesAsCsv(diff) : ClipsAsCsv(diff));
+        output.Result(AsCsv(DocumentOf(diff), !options.clips.empty()));
     } else {
         output.Result(AsText(diff, options));
     }
@@ -429,6 +530,10 @@ int RunDiff(const DiffOptions& options, Output& output) {
         return kSomeFailed;
     }
     return options.exitCode && Differs(diff) ? kDiffers : kDone;
+}
+
+Json DiffSchema() {
+    return DocumentSchema<DiffDocument>("diff");
 }
 
 } // namespace zonstory

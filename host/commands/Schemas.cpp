@@ -6,6 +6,7 @@
 #include "commands/Check.h"
 #include "commands/ClipReport.h"
 #include "commands/Coverage.h"
+#include "commands/Diff.h"
 #include "commands/Info.h"
 #include "commands/Match.h"
 #include "commands/Scenes.h"
@@ -15,8 +16,15 @@ namespace zonstory {
 
 std::vector<std::pair<std::string, std::string>> Schemas() {
     const std::pair<std::string, Json (*)()> documents[] = {
-        {"characters", CharactersSchema}, {"check", CheckSchema},   {"coverage", CoverageSchema}, {"info", InfoSchema},
-        {"match", MatchSchema},           {"report", ReportSchema}, {"scenes", ScenesSchema},     {"show", ShowSchema},
+        {"characters", CharactersSchema},
+        {"check", CheckSchema},
+        {"coverage", CoverageSchema},
+        {"diff", DiffSchema},
+        {"info", InfoSchema},
+        {"match", MatchSchema},
+        {"report", ReportSchema},
+        {"scenes", ScenesSchema},
+        {"show", ShowSchema},
     };
     std::vector<std::pair<std::string, std::string>> schemas;
     for (const auto& [name, schema] : documents) {
