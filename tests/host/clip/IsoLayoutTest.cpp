@@ -8,6 +8,7 @@
 
 #include <gmock/gmock.h>
 
+#include "host/clip/MadeChunks.h"
 #include "support/LayoutInvariants.h"
 
 #include <rapidcheck/gtest.h> // wants GoogleTest in front
@@ -16,12 +17,8 @@ namespace {
 
 using namespace std::string_literals;
 
-std::string Number(std::uint64_t value, int width = 4) {
-    std::string bytes;
-    for (int index = 1; index <= width; ++index) {
-        bytes += static_cast<char>(value >> 8 * (width - index) & 0xFF);
-    }
-    return bytes;
+std::string Number(std::uint64_t value, std::size_t width = 4) {
+    return support::Number(value, true, width);
 }
 
 std::string Box(const std::string& type, const std::string& content) {
@@ -167,7 +164,7 @@ MadeFile AnyFragments(const std::string& kinds) {
     file.Add("moov", Box("moov", Track({}, false, true) + Box("mvex", Box("trex", "x")) + AnyUserData()));
     file.Add("padding", Maybe() ? AnyTopBox() : "");
     const bool isLong = Maybe();
-    const int width = isLong ? 8 : 4;
+    const std::size_t width = isLong ? 8 : 4;
     const std::string version = isLong ? "\1\0\0\0"s : kZero;
     file.parts.push_back({"sidx", [=](const MadeFile::Places& places) {
                               const std::uint64_t end = In(places, "moof1") - In(places, "gap");
