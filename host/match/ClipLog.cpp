@@ -113,7 +113,9 @@ Header FindHeader(std::string_view text, const GivenColumns& given) {
             if (FindLogColumns(titles, given).AreEnough()) {
                 return {lines.Number(), delimiter, before, {}};
             }
-            none.titles = none.titles.empty() ? std::move(titles) : std::move(none.titles);
+            if (none.titles.empty()) {
+                none.titles = std::move(titles);
+            }
         }
     }
     return none;
