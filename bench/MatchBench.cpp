@@ -14,7 +14,6 @@
 
 #include "Shoots.h"
 #include "match/ClipLog.h"
-#include "match/ClipStatements.h"
 #include "match/Decision.h"
 #include "match/LogIndex.h"
 #include "match/NamePatterns.h"

@@ -8,7 +8,7 @@
 #include "clip/TargetFile.h"
 #include "clip/layout/Chunks.h"
 #include "files/FileSize.h"
-#include "match/ClipStatements.h"
+#include "match/Decision.h"
 #include "match/IXml.h"
 #include "text/AsciiText.h"
 

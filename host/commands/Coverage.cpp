@@ -10,7 +10,7 @@
 #include "commands/ClipMatching.h"
 #include "commands/ScriptReference.h"
 #include "commands/Toolkit.h"
-#include "match/ClipStatements.h"
+#include "match/Decision.h"
 #include "match/Coverage.h"
 #include "match/NamePatterns.h"
 #include "output/ExitCode.h"

@@ -1,6 +1,5 @@
 #include "match/Confidence.h"
 
-#include <algorithm>
 #include <charconv>
 
 #include "text/AsciiText.h"
@@ -20,15 +19,6 @@ constexpr Level kLevels[] = {{Confidence::None, "none"},
                              {Confidence::High, "high"},
                              {Confidence::Certain, "certain"}};
 
-std::optional<Confidence> LevelReaching(int number) {
-    for (const Level& level : kLevels) {
-        if (number >= 0 && static_cast<int>(level.confidence) >= number) {
-            return level.confidence;
-        }
-    }
-    return std::nullopt;
-}
-
 } // namespace
 
 std::string_view Name(Confidence confidence) {
@@ -41,15 +31,15 @@ std::string_view Name(Confidence confidence) {
 }
 
 std::optional<Confidence> ParseConfidence(std::string_view text) {
+    int number = -1;
+    const char* const end = text.data() + text.size();
+    const bool isNumber = std::from_chars(text.data(), end, number).ptr == end && number >= 0;
     for (const Level& level : kLevels) {
-        if (EqualIgnoringCase(text, level.name)) {
+        if (EqualIgnoringCase(text, level.name) || (isNumber && static_cast<int>(level.confidence) >= number)) {
             return level.confidence;
         }
     }
-    int number = 0;
-    const char* const end = text.data() + text.size();
-    const auto [rest, error] = std::from_chars(text.data(), end, number);
-    return error == std::errc() && rest == end ? LevelReaching(number) : std::nullopt;
+    return std::nullopt;
 }
 
 } // namespace zonstory

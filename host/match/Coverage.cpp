@@ -4,7 +4,7 @@
 #include <charconv>
 #include <tuple>
 
-#include "match/ClipStatements.h"
+#include "match/Decision.h"
 
 namespace zonstory {
 

@@ -6,8 +6,6 @@
 
 #include <fmt/format.h>
 
-#include "match/SceneText.h"
-
 namespace zonstory {
 
 namespace {
@@ -103,15 +101,11 @@ Evidence Weigh(const Statement& statement, const SceneNumbers& story) {
 
 // ---- All of them ------------------------------------------------------------------------------------------------------
 
-bool SaysSomething(const Evidence& evidence) {
-    return evidence.confidence != Confidence::None;
-}
-
 std::vector<Evidence> WeighAll(const std::vector<Statement>& statements, const SceneNumbers& story) {
     std::vector<Evidence> all;
     all.reserve(statements.size());
     for (const Statement& statement : statements) {
-        if (Evidence evidence = Weigh(statement, story); SaysSomething(evidence)) {
+        if (Evidence evidence = Weigh(statement, story); evidence.confidence != Confidence::None) {
             all.push_back(std::move(evidence));
         }
     }
@@ -218,6 +212,21 @@ std::string_view Name(Source source) {
 std::string_view Name(Verdict verdict) {
     constexpr std::string_view kNames[] = {"matched", "ambiguous", "unmatched"};
     return kNames[static_cast<std::size_t>(verdict)];
+}
+
+Statement StateField(Source source, std::string_view scene, std::string_view take) {
+    Statement statement = StateName(source, scene, ReadSceneField(scene));
+    statement.take = CanonicalSceneNumber(take);
+    statement.ceiling = Confidence::High;
+    return statement;
+}
+
+Statement StateName(Source source, std::string_view name, std::vector<SlateReading> readings) {
+    Statement statement;
+    statement.source = source;
+    statement.text = name;
+    statement.readings = std::move(readings);
+    return statement;
 }
 
 Decision Decide(const std::vector<Statement>& statements, const SceneNumbers& story, Confidence bar) {

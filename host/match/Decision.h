@@ -27,6 +27,14 @@ struct Statement {
     Confidence ceiling = Confidence::Certain; ///< No surer than this, however plain the text.
 };
 
+/// What a field for a scene number says: of metadata, at most of High confidence.
+/// @param source  IXml or Xmp; of a log, what it found the clip by tells how sure it is.
+/// @param take    The field beside it; may be empty.
+Statement StateField(Source source, std::string_view scene, std::string_view take);
+
+/// What the name of a file or a folder says.
+Statement StateName(Source source, std::string_view name, std::vector<SlateReading> readings);
+
 /// One statement held against the story.
 struct Evidence {
     Source source = Source::FileName;

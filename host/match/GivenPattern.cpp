@@ -3,57 +3,39 @@
 #include <algorithm>
 #include <array>
 #include <stdexcept>
+#include <utility>
 
-#include "match/SceneText.h"
+#include "match/NameRuns.h"
+#include "match/SceneNumbers.h"
+#include "text/AsciiText.h"
 
 namespace zonstory {
 
 namespace {
 
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
-char Capital(char c) {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
-
 bool IsLetter(char c) {
-    return Capital(c) >= 'A' && Capital(c) <= 'Z';
+    return c >= 'a' && c <= 'z';
 }
 
-std::size_t SkipLetters(std::string_view text, std::size_t at, std::size_t most) {
-    const std::size_t end = std::min(text.size(), at + most);
-    while (at < end && IsLetter(text[at])) {
+template <typename Wanted>
+std::size_t Skip(Wanted wanted, std::string_view text, std::size_t at, std::size_t most) {
+    const std::size_t end = at + std::min(most, text.size() - at);
+    while (at < end && wanted(text[at])) {
         ++at;
     }
     return at;
 }
 
-std::size_t SkipDigits(std::string_view text, std::size_t at) {
-    while (at < text.size() && IsDigit(text[at])) {
-        ++at;
-    }
-    return at;
+bool AreLetters(std::string_view text, std::size_t most) {
+    return Skip(IsLetter, text, 0, most) == text.size();
 }
 
 // 12, 12A, A12, 2.28.
 bool IsScene(std::string_view text) {
-    std::size_t at = SkipLetters(text, 0, 2);
-    const std::size_t digits = SkipDigits(text, at);
-    if (digits == at) {
-        return false;
-    }
-    at = digits < text.size() && text[digits] == '.' ? SkipDigits(text, digits + 1) : digits;
-    return SkipLetters(text, at, 2) == text.size();
-}
-
-bool AreLetters(std::string_view text, std::size_t most) {
-    return SkipLetters(text, 0, most) == text.size();
-}
-
-bool AreDigits(std::string_view text) {
-    return !text.empty() && SkipDigits(text, 0) == text.size();
+    const std::size_t begin = Skip(IsDigit, text, Skip(IsLetter, text, 0, 2), text.size());
+    const bool hasPart = text.substr(begin, 1) == ".";
+    const std::size_t end = hasPart ? Skip(IsDigit, text, begin + 1, text.size()) : begin;
+    return begin > 0 && IsDigit(text[begin - 1]) && AreLetters(text.substr(end), 2);
 }
 
 } // namespace
@@ -89,7 +71,7 @@ private:
     static bool Holds(const Element& element, std::string_view text) {
         switch (element.field) {
         case Field::Sign:
-            return text.size() == 1 && Capital(text.front()) == element.sign;
+            return text.size() == 1 && text.front() == element.sign;
         case Field::Scene:
             return IsScene(text);
         case Field::SetUp:
@@ -112,26 +94,19 @@ private:
 };
 
 GivenPattern::GivenPattern(std::string_view text) {
-    struct Name {
-        std::string_view name;
-        Field field;
-    };
-    constexpr Name kNames[] = {{"scene", Field::Scene},   {"setup", Field::SetUp},  {"take", Field::Take},
-                               {"shot", Field::Other},    {"camera", Field::Other}, {"roll", Field::Other},
-                               {"episode", Field::Other}, {"day", Field::Other},    {"counter", Field::Other}};
+    constexpr std::pair<std::string_view, Field> kFields[] = {
+        {"{scene}", Field::Scene},   {"{setup}", Field::SetUp}, {"{take}", Field::Take},     {"{shot}", Field::Other},
+        {"{camera}", Field::Other},  {"{roll}", Field::Other},  {"{episode}", Field::Other}, {"{day}", Field::Other},
+        {"{counter}", Field::Other}, {"*", Field::Anything}};
     while (!text.empty()) {
-        const std::size_t end = text.front() == '{' ? std::min(text.find('}'), text.size()) : 0;
-        const std::string_view name = text.substr(0, end);
-        const auto field = std::find_if(std::begin(kNames), std::end(kNames), [name](const Name& one) {
-            return name.size() > 1 && one.name == name.substr(1);
-        });
-        if (end > 0 && (field == std::end(kNames) || end == text.size())) {
-            throw std::invalid_argument("{" + std::string(name.substr(1)) + "} is no field of names");
+        const auto* const field = std::find_if(std::begin(kFields), std::end(kFields),
+                                               [text](const auto& one) { return text.starts_with(one.first); });
+        const bool isField = field != std::end(kFields);
+        if (!isField && text.front() == '{') {
+            throw std::invalid_argument(std::string(text.substr(0, text.find('}'))) + "} is no field of names");
         }
-        mElements.push_back(end > 0               ? Element{field->field, '\0'}
-                            : text.front() == '*' ? Element{Field::Anything, '\0'}
-                                                  : Element{Field::Sign, Capital(text.front())});
-        text.remove_prefix(std::min(end + 1, text.size()));
+        mElements.push_back(isField ? Element{field->second, '\0'} : Element{Field::Sign, LowerCase(text.front())});
+        text.remove_prefix(isField ? field->first.size() : 1);
     }
     const auto scenes = std::count_if(mElements.begin(), mElements.end(),
                                       [](const Element& element) { return element.field == Field::Scene; });
@@ -141,7 +116,8 @@ GivenPattern::GivenPattern(std::string_view text) {
 }
 
 std::optional<SlateReading> GivenPattern::Read(std::string_view name) const {
-    Matcher matcher(mElements, name.substr(0, 1000));
+    const std::string folded = LowerCase(std::string(name.substr(0, 1000)));
+    Matcher matcher(mElements, folded);
     if (!matcher.Match(0, 0)) {
         return std::nullopt;
     }

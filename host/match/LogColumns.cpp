@@ -13,35 +13,35 @@ namespace {
 using Column = std::optional<std::size_t> LogColumns::*;
 
 struct Titles {
+    std::string_view kind; ///< As users call it.
     Column column;
     const char* names; ///< As Plain() makes them, parted by blanks.
 };
 
 // English, German, French, Spanish and Italian. The order decides where a log has several columns of one kind.
 constexpr Titles kTitles[] = {
-    {&LogColumns::file,
+    {"file", &LogColumns::file,
      "SOURCEFILE SOURCEFILEPATH SOURCEFILENAME SOURCEPATH FILEPATH FILENAME FILE PATH CAMERAFILE CAMERAFILENAME "
-     "VIDEOFILE "
-     "MEDIAFILE ORIGINALFILENAME DATEINAME DATEI QUELLDATEI DATEIPFAD PFAD VIDEODATEI FICHIER NOMDEFICHIER NOMFICHIER "
-     "NOMDUFICHIER FICHIERSOURCE CHEMIN ARCHIVO NOMBREDEARCHIVO NOMBREARCHIVO NOMBREDELARCHIVO FICHERO RUTA NOMEFILE "
-     "NOMEDELFILE FILESORGENTE PERCORSO"},
-    {&LogColumns::clip,
+     "VIDEOFILE MEDIAFILE ORIGINALFILENAME DATEINAME DATEI QUELLDATEI DATEIPFAD PFAD VIDEODATEI FICHIER NOMDEFICHIER "
+     "NOMFICHIER NOMDUFICHIER FICHIERSOURCE CHEMIN ARCHIVO NOMBREDEARCHIVO NOMBREARCHIVO NOMBREDELARCHIVO FICHERO "
+     "RUTA NOMEFILE NOMEDELFILE FILESORGENTE PERCORSO"},
+    {"clip", &LogColumns::clip,
      "CLIP CLIPNAME NAME CLIPID MASTERCLIP CAMERACLIP MEDIANAME VIDEO CLIPS NOMDUCLIP NOMDECLIP NOMCLIP NOM PLANCLIP "
      "NOMBREDELCLIP NOMBREDECLIP NOMBRECLIP NOMBRE NOMECLIP NOMEDELCLIP NOME CLIPBEZEICHNUNG REELCLIP"},
-    {&LogColumns::sound,
+    {"sound", &LogColumns::sound,
      "SOUNDFILE SOUNDFILENAME AUDIOFILE AUDIOFILENAME AUDIO WAV TONDATEI AUDIODATEI FICHIERSON FICHIERAUDIO SON "
      "ARCHIVODESONIDO ARCHIVODEAUDIO SONIDO FILEAUDIO SUONO"},
-    {&LogColumns::reel, "TAPE TAPENAME REEL REELNAME CAMERAROLL CAMROLL ROLL ROLLE KAMERAROLLE BAND BOBINE CARTE ROLLO "
-                        "BOBINA TARJETA RULLO "
-                        "SCHEDA"},
-    {&LogColumns::number, "CLIPNUMBER CLIPNO CLIPNUM CLIPNR CLIPNUMMER NUMERODECLIP NUMEROCLIP"},
-    {&LogColumns::scene,
+    {"reel", &LogColumns::reel,
+     "TAPE TAPENAME REEL REELNAME CAMERAROLL CAMROLL ROLL ROLLE KAMERAROLLE BAND BOBINE CARTE ROLLO BOBINA TARJETA "
+     "RULLO SCHEDA"},
+    {"number", &LogColumns::number, "CLIPNUMBER CLIPNO CLIPNUM CLIPNR CLIPNUMMER NUMERODECLIP NUMEROCLIP"},
+    {"scene", &LogColumns::scene,
      "SCENE SCENENUMBER SCENENO SCENENUM SCENENAME SC SCN SCENEN SZENE SZENENNUMMER SZENENNR SZENENR SZ BILD BILDNR "
      "BILDNUMMER NUMERODESCENE SEQUENCE SEQUENCEN SEQ NSEQUENCE ESCENA NUMERODEESCENA ESC SECUENCIA SEC SCENA "
      "NUMEROSCENA"},
-    {&LogColumns::take,
+    {"take", &LogColumns::take,
      "TAKE TAKENUMBER TAKENO TAKENUM TAKENR TK TAKES PRISE NPRISE PRISEN NUMERODEPRISE TOMA NUMERODETOMA CIAK TAKEN"},
-    {&LogColumns::slate,
+    {"slate", &LogColumns::slate,
      "SLATE SLATENUMBER SLATENO SLATENUM SLATENR KLAPPE KLAPPENNUMMER CLAP CLAQUETTE CLAQUETA CLAP"}};
 
 // Letters and digits in capitals without accents: "Scène n°" is SCENEN.
@@ -55,17 +55,9 @@ std::string Plain(std::string_view title) {
 }
 
 Column ColumnOf(std::string_view kind) {
-    struct Kind {
-        std::string_view name;
-        Column column;
-    };
-    constexpr Kind kKinds[] = {{"file", &LogColumns::file},     {"clip", &LogColumns::clip},
-                               {"sound", &LogColumns::sound},   {"reel", &LogColumns::reel},
-                               {"number", &LogColumns::number}, {"scene", &LogColumns::scene},
-                               {"take", &LogColumns::take},     {"slate", &LogColumns::slate}};
-    const auto* const found =
-        std::find_if(std::begin(kKinds), std::end(kKinds), [kind](const Kind& one) { return one.name == kind; });
-    return found == std::end(kKinds) ? nullptr : found->column;
+    const auto* const found = std::find_if(std::begin(kTitles), std::end(kTitles),
+                                           [kind](const Titles& titles) { return titles.kind == kind; });
+    return found == std::end(kTitles) ? nullptr : found->column;
 }
 
 // The first column that bears one of the names, which are parted by blanks, in their order.

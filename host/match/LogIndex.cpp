@@ -4,7 +4,8 @@
 
 #include <fmt/format.h>
 
-#include "match/SceneText.h"
+#include "match/NameRuns.h"
+#include "text/AsciiText.h"
 
 namespace zonstory {
 
@@ -14,10 +15,8 @@ constexpr std::size_t kMostFolders = 5; ///< Of a path, compared from its end.
 
 // File systems and people differ in case, and logs come from systems that write folders with a backslash.
 std::string FoldPath(std::string_view path) {
-    std::string folded(path);
-    std::transform(folded.begin(), folded.end(), folded.begin(), [](char c) {
-        return c == '\\' ? '/' : c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    });
+    std::string folded = LowerCase(std::string(path));
+    std::replace(folded.begin(), folded.end(), '\\', '/');
     return folded;
 }
 
@@ -36,14 +35,6 @@ std::string_view Tail(std::string_view path, std::size_t folders) {
         begin = slash;
     }
     return path.substr(begin + 1);
-}
-
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
-bool AreDigits(std::string_view text) {
-    return !text.empty() && std::all_of(text.begin(), text.end(), IsDigit);
 }
 
 // "a007c006" of "a007c006_160424_r28l" and of "a007_c006_0131ab"; empty for a name of another kind.
@@ -78,10 +69,6 @@ std::string_view MadeOf(std::string_view stem) {
     return stem;
 }
 
-Confidence Ceiling(bool exact, bool otherFolder) {
-    return exact ? Confidence::Certain : otherFolder ? Confidence::Medium : Confidence::High;
-}
-
 } // namespace
 
 LogIndex::LogIndex(std::span<const ClipLog> logs, std::span<const std::string> clips, SlateStyle style)
@@ -104,19 +91,16 @@ LogIndex::LogIndex(std::span<const ClipLog> logs, std::span<const std::string> c
 void LogIndex::IndexClip(std::size_t clip, std::string_view path, SlateStyle style) {
     const std::string folded = FoldPath(path);
     const auto add = [clip](Places& places, std::string_view key) {
-        Place& place = places[std::string(key)];
-        place.clip = clip;
-        ++place.count;
+        Hit& hit = places[std::string(key)];
+        hit.clip = clip;
+        ++hit.count;
     };
     std::size_t length = 0;
     for (std::size_t folders = 0; folders <= kMostFolders && length < folded.size(); ++folders) {
         const std::string_view tail = Tail(folded, folders);
         if (tail.size() > length) {
             add(mPaths, tail);
-        }
-        length = std::max(tail.size(), length);
-        if (tail.size() == folded.size()) {
-            break;
+            length = tail.size();
         }
     }
     const std::string_view stem = WithoutMediaExtension(FileName(folded));
@@ -134,47 +118,44 @@ void LogIndex::IndexClip(std::size_t clip, std::string_view path, SlateStyle sty
     }
 }
 
+LogIndex::Hit LogIndex::Look(const Places& places, const std::string& key, Way way) {
+    const auto found = places.find(key);
+    return found == places.end() || key.empty() ? Hit() : Hit{found->second.clip, found->second.count, way};
+}
+
 LogIndex::Hit LogIndex::FindName(std::string_view value) const {
     const std::string folded = FoldPath(value);
     if (folded.empty()) {
         return {};
     }
-    const bool hasFolder = folded.find('/') != std::string::npos;
+    const Way byName = folded.find('/') != std::string::npos ? Way::OtherFolder : Way::FileName;
     for (std::size_t folders = kMostFolders + 1; folders-- > 0;) {
-        const auto found = mPaths.find(std::string(Tail(folded, folders)));
-        if (found != mPaths.end()) {
-            const bool shared = folders > 0 && Tail(folded, folders).find('/') != std::string_view::npos;
-            return {found->second, shared ? Way::SharedPath : hasFolder ? Way::OtherFolder : Way::FileName};
+        const std::string tail(Tail(folded, folders));
+        const bool shared = folders > 0 && tail.find('/') != std::string::npos;
+        if (const Hit hit = Look(mPaths, tail, shared ? Way::SharedPath : byName); hit.count > 0) {
+            return hit;
         }
     }
     const std::string stem(WithoutMediaExtension(FileName(folded)));
-    if (const auto found = mStems.find(stem); found != mStems.end()) {
-        return {found->second, Way::Stem};
+    if (const Hit hit = Look(mStems, stem, Way::Stem); hit.count > 0) {
+        return hit;
     }
     const std::string roll = RollAndClip(stem);
     const bool isShort = roll.size() == stem.size() || roll.size() + 1 == stem.size();
-    if (const auto found = mRolls.find(roll); isShort && found != mRolls.end()) {
-        return {found->second, Way::Roll};
-    }
-    const auto found = roll.empty() ? mStems.end() : mStems.find(roll); // the clip's own name is the short one
-    return found != mStems.end() ? Hit{found->second, Way::Roll} : Hit{};
+    const Hit longName = isShort ? Look(mRolls, roll, Way::Roll) : Hit();
+    return longName.count > 0 ? longName : Look(mStems, roll, Way::Roll); // the clip's own name may be the short one
 }
 
 // Tape "A007C006_160424_R28L"; camera roll "A007" with clip "C006" or "6".
 LogIndex::Hit LogIndex::FindRoll(std::string_view reel, std::string_view number) const {
     const std::string roll = FoldPath(reel);
-    if (roll.empty()) {
-        return {};
-    }
-    if (number.empty()) {
-        const auto found = mStems.find(roll);
-        return found != mStems.end() ? Hit{found->second, Way::Roll} : Hit{};
+    if (roll.empty() || number.empty()) {
+        return Look(mStems, roll, Way::Roll);
     }
     std::string clip = FoldPath(number);
     clip = clip.front() == 'c' ? clip.substr(1) : clip;
     clip.insert(0, clip.size() < 3 ? 3 - clip.size() : 0, '0');
-    const auto found = mRolls.find(roll + "c" + clip);
-    return found != mRolls.end() ? Hit{found->second, Way::Roll} : Hit{};
+    return Look(mRolls, roll + "c" + clip, Way::Roll);
 }
 
 void LogIndex::FindClips(const ClipLog& log, const ClipLog::Row& row) {
@@ -198,15 +179,12 @@ void LogIndex::FindClips(const ClipLog& log, const ClipLog::Row& row) {
 
 // Whether the row is dealt with: it found its clip, or more than one.
 bool LogIndex::Record(const ClipLog& log, const ClipLog::Row& row, std::string_view value, const Hit& hit) {
-    if (hit.place.count == 0) {
-        return false;
+    if (hit.count > 1) {
+        mProblems.push_back(fmt::format("{}: {} clips are called \"{}\"", log.Where(row), hit.count, value));
+    } else if (hit.count == 1) {
+        mFindings[hit.clip].push_back({&log, &row, hit.way});
     }
-    if (hit.place.count > 1) {
-        mProblems.push_back(fmt::format("{}: {} clips are called \"{}\"", log.Where(row), hit.place.count, value));
-        return true;
-    }
-    mFindings[hit.place.clip].push_back({&log, &row, hit.way});
-    return true;
+    return hit.count > 0;
 }
 
 // All parts and copies of the clip that the row names, wherever the clip itself is not among the clips.
@@ -237,39 +215,28 @@ bool LogIndex::RecordSlate(const ClipLog& log, const ClipLog::Row& row) {
     return true;
 }
 
-// The findings of the surest way.
-std::vector<LogIndex::Finding> LogIndex::Best(std::size_t clip) const {
-    std::vector<Finding> findings = mFindings[clip];
-    const auto best = std::min_element(findings.begin(), findings.end(),
-                                       [](const Finding& left, const Finding& right) { return left.way < right.way; });
-    if (best != findings.end()) {
-        std::erase_if(findings, [way = best->way](const Finding& finding) { return finding.way != way; });
-    }
-    return findings;
-}
-
 std::vector<Statement> LogIndex::Statements(std::size_t clip) const {
     std::vector<Statement> statements;
-    for (const Finding& finding : Best(clip)) {
-        const auto field = [&](std::optional<std::size_t> column) { return finding.log->Field(*finding.row, column); };
-        Statement statement;
-        statement.source = Source::Log;
-        statement.text = field(finding.log->known.scene);
-        statement.where = finding.log->Where(*finding.row);
-        statement.take = CanonicalSceneNumber(field(finding.log->known.take));
-        statement.readings = ReadSceneField(statement.text);
-        statement.ceiling = Ceiling(finding.way <= Way::FileName && !finding.log->known.slatesAreScenes,
-                                    finding.way == Way::OtherFolder);
+    for (const auto& [log, row, way] : Rows(clip)) {
+        Statement statement =
+            StateField(Source::Log, log->Field(*row, log->known.scene), log->Field(*row, log->known.take));
+        statement.where = log->Where(*row);
+        const bool exact = way <= Way::FileName && !log->known.slatesAreScenes;
+        statement.ceiling = exact                     ? Confidence::Certain
+                            : way == Way::OtherFolder ? Confidence::Medium
+                                                      : Confidence::High;
         statements.push_back(std::move(statement));
     }
     return statements;
 }
 
 std::vector<LogIndex::RowOfLog> LogIndex::Rows(std::size_t clip) const {
-    std::vector<RowOfLog> rows;
-    for (const Finding& finding : Best(clip)) {
-        rows.push_back({finding.log, finding.row});
+    std::vector<RowOfLog> rows = mFindings[clip];
+    Way best = Way::Slate;
+    for (const RowOfLog& one : rows) {
+        best = std::min(best, one.way);
     }
+    std::erase_if(rows, [best](const RowOfLog& one) { return one.way != best; });
     return rows;
 }
 

@@ -28,9 +28,13 @@ public:
     /// What the logs say of a clip, for Decide().
     std::vector<Statement> Statements(std::size_t clip) const;
 
+    /// Surest first.
+    enum class Way { SharedPath, FileName, OtherFolder, Stem, Made, Roll, Slate };
+
     struct RowOfLog {
         const ClipLog* log;
         const ClipLog::Row* row;
+        Way way; ///< By which it found the clip.
     };
 
     /// The rows behind Statements(), one for one.
@@ -43,27 +47,15 @@ public:
     std::size_t RowsWithoutClip() const { return mRowsWithoutClip; }
 
 private:
-    enum class Way { SharedPath, FileName, OtherFolder, Stem, Made, Roll, Slate };
-
-    struct Finding {
-        const ClipLog* log;
-        const ClipLog::Row* row;
-        Way way;
-    };
-
-    struct Place {
-        std::size_t clip = 0;
-        std::size_t count = 0;
-    };
-
     struct Hit {
-        Place place;
+        std::size_t clip = 0;
+        std::size_t count = 0; ///< Of clips.
         Way way = Way::FileName;
     };
 
-    using Places = std::unordered_map<std::string, Place>;
+    using Places = std::unordered_map<std::string, Hit>;
 
-    std::vector<Finding> Best(std::size_t clip) const;
+    static Hit Look(const Places& places, const std::string& key, Way way);
     void IndexClip(std::size_t clip, std::string_view path, SlateStyle style);
     void FindClips(const ClipLog& log, const ClipLog::Row& row);
     bool Record(const ClipLog& log, const ClipLog::Row& row, std::string_view value, const Hit& hit);
@@ -79,7 +71,7 @@ private:
     std::unordered_map<std::string, std::vector<std::size_t>> mSlates;
     std::vector<std::string> mTakes; ///< Of each clip, with continuous slates.
     bool mContinuous = false;        ///< Slates are continuous.
-    std::vector<std::vector<Finding>> mFindings;
+    std::vector<std::vector<RowOfLog>> mFindings;
     std::vector<std::string> mProblems;
     std::size_t mRowsWithoutClip = 0;
 };

@@ -22,16 +22,16 @@ constexpr Shape kShapes[] = {
     // Reels and clips with what cameras set behind them, dates with times, months, episodes, frame sizes, rates, codecs, stops
     {"%%%%%%%%-%%%%-%%%%-%%%%-%%%%%%%%%%%% @###C###_######_R%%%* @###C###_###### @###C###*_CANON @###C###* "
      "@###_C###_####@@ @###_C### @###_########_C### @_####C###_######_######_%%%%* @_####C###_######_%%%%% "
-     "@_####C###* ####C###* ##:##:## ########_####* ##_JAN*_* ##_FEB*_* ##_MAR*_* ##_APR*_* ##_MAY*_* "
-     "##_JUN*_* ##_JUL*_* ##_AUG*_* ##_SEP*_* ##_OCT*_* ##_NOV*_* ##_DEC*_* S##E##* ####X#### ###X### 1080 "
-     "1920 2160 3840 4096 ####P* ###P ####I* ##P 23_976 23_98 29_97 59_94 H_26# H26# X26# T#.# F#.# "
-     "PRORES_###* REC_709 REC709 ###CANON C#### C####_##",
+     "@_####C###* ####C###* ##:##:## ########_####* ##_JAN*_* ##_FEB*_* ##_MAR*_* ##_APR*_* ##_MAY*_* ##_JUN*_* "
+     "##_JUL*_* ##_AUG*_* ##_SEP*_* ##_OCT*_* ##_NOV*_* ##_DEC*_* S##E##* ####X#### ###X### 1080 1920 2160 3840 4096 "
+     "####P* ###P ####I* ##P 23_976 23_98 29_97 59_94 H_26# H26# X26# T#.# F#.# PRORES_###* REC_709 REC709 ###CANON "
+     "C#### C####_##",
      Kind::Always},
     {"####-##-##_##_##_## ####-##-##_##_## ####_##_## ##_##_#### ######_#### ######", Kind::Date},
     {"##_##_##", Kind::DateInName},
     {"##_##_##_##", Kind::Time},
-    {"@###C###_######_R%%%_### @###C###_######_%%%% @###_C###_%%%%%%_### @###_C###_####%%* "
-     "@###_C###_%%%%%% @###_####_R%%%% @###_@###_%%%% @###_@### #_##_##_## ########_##_## S##_E## ####%%",
+    {"@###C###_######_R%%%_### @###C###_######_%%%% @###_C###_%%%%%%_### @###_C###_####%%* @###_C###_%%%%%% "
+     "@###_####_R%%%% @###_@###_%%%% @###_@### #_##_##_## ########_##_## S##_E## ####%%",
      Kind::EndsName}};
 
 // One by one, the longer in front of those that they begin with.
@@ -47,10 +47,6 @@ std::vector<Shape> SortShapes() {
     std::stable_sort(shapes.begin(), shapes.end(),
                      [](const Shape& left, const Shape& right) { return left.text.size() > right.text.size(); });
     return shapes;
-}
-
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
 }
 
 bool IsLetterOrDigit(char c) {
@@ -113,13 +109,6 @@ bool IsDate(const NameRuns& name, std::size_t run) {
     return (IsYear(first) && IsMonthAndDay(second, third)) || (IsYear(third) && IsMonthAndDay(first, second));
 }
 
-std::size_t RunBehind(const NameRuns& name, std::size_t run, std::size_t end) {
-    while (run < name.size() && name[run].begin < end) {
-        ++run;
-    }
-    return run;
-}
-
 bool IsKind(Kind kind, const NameRuns& name, std::size_t run, std::size_t end) {
     const std::string_view text = name.Whole();
     switch (kind) {
@@ -143,7 +132,7 @@ bool IsAfterSceneWord(const NameRuns& name, std::size_t run) {
     return run > 0 && !name[run - 1].digits && MeaningOf(name.Text(run - 1)) == SlateWord::Scene;
 }
 
-// The run behind the noise that begins here; the same run where none does.
+// The run behind the noise that begins here; the same run where there is none.
 std::size_t EndOfNoise(const NameRuns& name, std::size_t run) {
     static const std::vector<Shape> shapes = SortShapes();
     for (const Shape& shape : shapes) {
@@ -153,7 +142,10 @@ std::size_t EndOfNoise(const NameRuns& name, std::size_t run) {
         }
         const std::size_t end = EndOf(shape, name.Whole(), name[run].begin);
         if (end != std::string_view::npos && IsKind(shape.kind, name, run, end)) {
-            return RunBehind(name, run, end);
+            while (run < name.size() && name[run].begin < end) {
+                ++run;
+            }
+            break;
         }
     }
     return run;
@@ -183,8 +175,10 @@ void MarkNoise(NameRuns& name) {
             IsAfterSceneWord(name, run) || name[run].joined || (run + 1 < name.size() && name[run + 1].joined);
         std::size_t end = taken ? run : EndOfNoise(name, run);
         end = !taken && end == run && (IsCounter(name, run) || IsHexadecimal(name, run)) ? name.ChunkEnd(run) : end;
-        name.MarkNoise(run, end);
-        run = end > run ? end : name.ChunkEnd(run);
+        const std::size_t next = end > run ? end : name.ChunkEnd(run);
+        for (; run < next; ++run) {
+            name[run].noise = run < end;
+        }
     }
 }
 

@@ -3,13 +3,13 @@
 #include <cstddef>
 #include <optional>
 #include <span>
-#include <string>
-#include <vector>
 
 #include "match/NamePieces.h"
 #include "match/Slate.h"
 
 namespace zonstory {
+
+constexpr std::size_t kFewNames = 5; ///< That prove nothing yet.
 
 /// A name, and what is known of its clip from elsewhere.
 struct KnownName {
@@ -29,15 +29,9 @@ struct NamePattern {
     bool counting = false; ///< The scene numbers are 1, 2, 3, … without a gap.
     bool below = false;    ///< Folders below say shot or take.
     bool taught = false;   ///< Known scenes bear it out.
-
-    /// How sure one name's reading is.
-    Confidence Sureness(const NamePieces& name) const;
 };
 
 /// @param names  Of one shape; at least one.
 NamePattern ReadPattern(std::span<const KnownName> names, const SceneNumbers& story);
-
-/// What a name says by its pattern: the scene, and what else it could mean. Empty where the pattern has no scene.
-std::vector<SlateReading> ReadByPattern(const NamePieces& name, const NamePattern& pattern);
 
 } // namespace zonstory

@@ -1,14 +1,14 @@
 #pragma once
 
 #include <cstddef>
-#include <memory>
 #include <optional>
 #include <span>
 #include <string>
 #include <vector>
 
-#include "match/Decision.h"
 #include "match/GivenPattern.h"
+#include "match/NameFolders.h"
+#include "match/NamePattern.h"
 
 namespace zonstory {
 
@@ -31,9 +31,6 @@ public:
     /// @param known   What logs and metadata say of each, one for one; or empty.
     NamePatterns(std::span<const std::string> paths, std::span<const std::vector<Statement>> known,
                  const SceneNumbers& story, const NameStyle& style);
-    ~NamePatterns();
-    NamePatterns(const NamePatterns&) = delete;
-    NamePatterns& operator=(const NamePatterns&) = delete;
 
     /// What a clip's file and its folders say, for Decide().
     std::vector<Statement> Statements(std::size_t clip) const;
@@ -45,8 +42,35 @@ public:
     std::vector<std::size_t> OddOnes() const;
 
 private:
-    class Reader;
-    std::unique_ptr<const Reader> mReader;
+    struct Clip {
+        std::string name;
+        NamePieces pieces;
+        std::optional<std::size_t> known; ///< The scene that metadata, a log or a folder gives without doubt.
+        std::size_t folder = 0;
+        std::size_t pattern = 0;
+        bool odd = false;
+    };
+
+    struct Group {
+        NamePattern pattern;
+        std::size_t first = 0; ///< A clip of it, for an example.
+        bool lettered = false;
+    };
+
+    using Clips = std::vector<std::size_t>;
+
+    void FormPatterns();
+    NamePattern Read(const Clips& clips) const;
+    void AddPattern(const NamePattern& pattern, const Clips& clips);
+    void FindOddOnes();
+    std::vector<SlateReading> Readings(const Clip& clip) const;
+    bool IsOwnScene(const Clip& clip, const std::vector<SlateReading>& readings) const;
+
+    const SceneNumbers& mStory;
+    NameStyle mStyle;
+    std::vector<Clip> mClips;
+    NameFolders mFolders;
+    std::vector<Group> mPatterns;
 };
 
 } // namespace zonstory

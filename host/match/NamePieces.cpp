@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "match/GluedLetters.h"
 #include "match/NameNoise.h"
 #include "match/NameRuns.h"
 
@@ -11,53 +12,6 @@ namespace zonstory {
 namespace {
 
 constexpr std::size_t kLongestNumber = 4; ///< Of digits that can be a scene or a take.
-
-// A word cut off the end of letters, and the set-up or nothing that stays: ATK is A and TK, APU is A and PU.
-struct Cut {
-    std::string_view setUp;
-    std::string_view word;
-};
-
-bool CutOff(std::string_view letters, bool (*wanted)(SlateWord), Cut& cut) {
-    for (std::size_t setUp = 0; setUp <= 3 && setUp < letters.size(); ++setUp) {
-        const std::string_view front = letters.substr(0, setUp);
-        const bool fits = setUp == 0 || IsSetUp(front.substr(setUp > 2 ? 1 : 0));
-        if (fits && wanted(MeaningOf(letters.substr(setUp)))) {
-            cut = {front, letters.substr(setUp)};
-            return true;
-        }
-    }
-    return false;
-}
-
-bool IsSlateWord(SlateWord word) {
-    return word >= SlateWord::Scene && word <= SlateWord::Take;
-}
-
-bool IsTake(SlateWord word) {
-    return word == SlateWord::Take;
-}
-
-bool CountsBetween(SlateWord word) {
-    return word == SlateWord::Shot || word == SlateWord::Slate || word == SlateWord::Remark;
-}
-
-bool CountsMore(SlateWord word) {
-    return word == SlateWord::Counter;
-}
-
-bool IsRemark(SlateWord word) {
-    return word == SlateWord::Remark;
-}
-
-bool IsAscii(std::string_view letters) {
-    return std::all_of(letters.begin(), letters.end(), [](char c) { return c >= 'A' && c <= 'Z'; });
-}
-
-// One letter that stands for a word where a scene has been named in front: P of S01P02, E of Sz33_E03, C of S19_C3.
-SlateWord BelowScene(std::string_view letters) {
-    return letters == "P" || letters == "E" || letters == "C" || letters == "I" ? SlateWord::Shot : SlateWord::Unknown;
-}
 
 class Cutter {
 public:
@@ -126,12 +80,14 @@ private:
         } else if (end == begin + 1 && !mRuns[begin].digits) {
             TakeWord(begin);
         } else {
-            const std::size_t before[] = {mPieces.numbers.size(), mPieces.shape.size(), mPieces.wordlessShape.size()};
-            if (!CutNumbers(begin, end)) {
-                mPieces.numbers.resize(before[0]);
-                mPieces.shape.resize(before[1]);
-                mPieces.wordlessShape.resize(before[2]);
+            std::vector<NamedNumber> numbers;
+            if (!CutNumbers(begin, end, numbers)) {
+                numbers.clear();
                 TakeUnknown(mRuns.Whole().substr(mRuns[begin].begin, mRuns[end - 1].end - mRuns[begin].begin));
+            }
+            for (NamedNumber& number : numbers) {
+                Add(std::move(number));
+                mLastRun = end - 1;
             }
             mWordInFront = false;
             mWord = SlateWord::Unknown;
@@ -169,14 +125,15 @@ private:
             TakeUnknown(word);
         }
         const bool counts = meaning == SlateWord::Counter && mApart.empty(); // "A cam 12-3" is a slate
-        const bool says = IsSlateWord(meaning) || counts || (meaning == SlateWord::Remark && word.size() == 2);
+        const bool says = (meaning >= SlateWord::Scene && meaning <= SlateWord::Take) || counts ||
+                          (meaning == SlateWord::Remark && word.size() == 2);
         mWord = says ? meaning : SlateWord::Unknown;
         mApart.clear();
     }
 
     // "12 A 3" is set-up A; "A 12" may be A12, or 12 by camera A.
     void TakeLetter(std::size_t run, std::string_view letter) {
-        const SlateWord below = IsScene(mSceneInFront) ? BelowScene(letter) : SlateWord::Unknown;
+        const SlateWord below = mSceneInFront ? BelowScene(letter) : SlateWord::Unknown;
         const bool next = run + 1 < mRuns.size();
         if (below != SlateWord::Unknown && next && mRuns[run + 1].digits) {
             mWord = below;
@@ -191,40 +148,32 @@ private:
 
     bool IsTakeAt(std::size_t run) const { return mRuns[run].digits || MeaningOf(mRuns.Text(run)) == SlateWord::Take; }
 
-    static bool IsScene(SlateWord word) {
-        return word == SlateWord::Scene || word == SlateWord::Sequence || word == SlateWord::Scenes;
-    }
-
     // Letters, digits, letters, digits, …; false where a number is inside a word.
-    bool CutNumbers(std::size_t begin, std::size_t end) {
-        NamedNumber number;
-        number.word = mWord;
-        number.counted = mWordInFront;
-        number.apart = mApart;
+    bool CutNumbers(std::size_t begin, std::size_t end, std::vector<NamedNumber>& numbers) {
+        NamedNumber first;
+        first.word = mWord;
+        first.counted = mWordInFront;
+        first.apart = mApart;
         if (mWord == SlateWord::Scene) { // Scene A 12
-            number.prefix = std::exchange(number.apart, {});
+            first.prefix = std::exchange(first.apart, {});
         }
         std::size_t run = begin;
-        if (!mRuns[run].digits && !ReadFront(mRuns.Text(run++), number)) {
+        if (!mRuns[run].digits && !ReadFront(mRuns.Text(run++), mSceneInFront, first)) {
             return false;
         }
-        number.separator = Sign(begin);
-        while (run < end) {
-            run = ReadDigits(run, number);
+        first.separator = Sign(begin);
+        numbers.push_back(std::move(first));
+        while ((run = ReadDigits(run, numbers.back())) < end) {
+            const std::string_view letters = mRuns.Text(run++);
             if (run == end) {
-                Add(std::move(number));
-                break;
+                return ReadBack(letters, numbers.back());
             }
             NamedNumber next;
-            const std::string_view letters = mRuns.Text(run);
-            if (!(run + 1 < end ? ReadMiddle(letters, number, next) : ReadBack(letters, number))) {
+            if (!ReadMiddle(letters, numbers.back(), next)) {
                 return false;
             }
-            Add(std::move(number));
-            number = std::move(next);
-            ++run;
+            numbers.push_back(std::move(next));
         }
-        mLastRun = end - 1;
         return true;
     }
 
@@ -248,79 +197,18 @@ private:
         return separator.empty() ? '\0' : separator[sign == std::string_view::npos ? 0 : sign];
     }
 
-    bool ReadFront(std::string_view letters, NamedNumber& number) const {
-        const SlateWord whole = MeaningOf(letters);
-        const SlateWord below =
-            IsScene(mSceneInFront) && whole == SlateWord::Unknown ? BelowScene(letters) : SlateWord::Unknown;
-        number.counted = false;
-        if (whole != SlateWord::Unknown || below != SlateWord::Unknown) {
-            number.word = whole != SlateWord::Unknown ? whole : below;
-            return whole != SlateWord::Unit && whole != SlateWord::Against;
-        }
-        const SlateWord front = MeaningOf(letters.substr(0, letters.size() - 1));
-        const bool inserted = letters.size() > 1 && (front == SlateWord::Scene || front == SlateWord::Sequence);
-        if (inserted && letters.back() != 'T') { // ScA12, SA12-T3
-            number.word = front;
-            number.prefix = letters.substr(letters.size() - 1);
-            return true;
-        }
-        if (letters == "E" || letters == "D" || letters == "J") { // an episode, a day; A12's like only in stories
-            number.apart = letters;
-        }
-        number.prefix = letters;
-        return letters.size() <= 2 && IsAscii(letters);
-    }
-
-    // Letters between two numbers.
-    static bool ReadMiddle(std::string_view letters, NamedNumber& number, NamedNumber& next) {
-        if (const SlateWord below = BelowScene(letters); IsScene(number.word) && below != SlateWord::Unknown) {
-            next.word = below;
-            return true;
-        }
-        const bool part = letters.size() == 3 && letters.ends_with("PT"); // 12Apt2, not set-up AP and its take
-        for (const auto wanted : {part ? CountsMore : IsTake, IsTake, CountsBetween, CountsMore}) {
-            if (struct Cut cut; CutOff(letters, wanted, cut)) {
-                number.letters = cut.setUp;
-                next.word = MeaningOf(cut.word);
-                return true;
-            }
-        }
-        const bool belowAgain = number.word == SlateWord::Shot && BelowScene(letters) != SlateWord::Unknown;
-        if (belowAgain) { // S01P01P01
-            next.word = SlateWord::Take;
-            return true;
-        }
-        number.letters = letters;
-        return IsSetUp(letters);
-    }
-
-    // Letters that end the chunk: a set-up of up to two and one of the number's own, or a remark.
-    static bool ReadBack(std::string_view letters, NamedNumber& number) {
-        if (struct Cut cut; letters.size() > 1 && CutOff(letters, IsRemark, cut)) {
-            number.letters = cut.setUp;
-            number.unread = letters.size() <= 3 ? letters : std::string_view();
-            return true;
-        }
-        number.letters = letters;
-        return letters.size() <= 3 && IsAscii(letters) && MeaningOf(letters) != SlateWord::Unit &&
-               (letters.size() < 3 || MeaningOf(letters) == SlateWord::Unknown);
-    }
-
     void Add(NamedNumber number) {
         NamedNumber* const last = mPieces.numbers.empty() ? nullptr : &mPieces.numbers.back();
         const bool isJoined = mJoiner || number.separator == '&' || number.separator == '+' || number.separator == ',';
-        number.joined = last != nullptr && number.word == SlateWord::Unknown && isJoined;
-        number.joined =
-            number.joined || (last != nullptr && last->word == SlateWord::Scenes && number.separator == '-');
+        number.joined = last != nullptr && ((number.word == SlateWord::Unknown && isJoined) ||
+                                            (last->word == SlateWord::Scenes && number.separator == '-'));
         mJoiner = false;
         mPieces.remarks = mPieces.remarks || number.word == SlateWord::Remark;
-        if (IsScene(number.word)) {
-            mSceneInFront = number.word;
-        }
-        mWord = SlateWord::Unknown;
+        mSceneInFront = mSceneInFront || IsSceneWord(number.word);
+        const std::string key = Key(number);
         mPieces.numbers.push_back(std::move(number));
-        mPieces.shape += Key(mPieces.numbers.back());
-        mPieces.wordlessShape += Key(mPieces.numbers.back());
+        mPieces.shape += key;
+        mPieces.wordlessShape += key;
     }
 
     static std::string Key(const NamedNumber& number) {
@@ -345,7 +233,7 @@ private:
     bool mIsField;
     NamePieces mPieces;
     SlateWord mWord = SlateWord::Unknown; ///< Of the word in front.
-    SlateWord mSceneInFront = SlateWord::Unknown;
+    bool mSceneInFront = false;
     bool mWordInFront = false; ///< One that nobody knows.
     bool mJoiner = false;
     std::string mApart;

@@ -9,10 +9,6 @@ namespace {
 
 using Byte = unsigned char;
 
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 bool IsLetter(char c) {
     return (c >= 'A' && c <= 'Z') || static_cast<Byte>(c) >= 0x80;
 }
@@ -53,7 +49,7 @@ std::string Fold(std::string_view name) {
             ++at;
         } else if (IsCombiningAccent(first, second)) {
             ++at;
-        } else if (first == 0xC2 && second == 0xA0) { // a blank that does not break
+        } else if (first == 0xC2 && second >= 0xA0 && second <= 0xBF) { // the blank that does not break, "n°"
             folded += ' ';
             ++at;
         } else if (const char plain = first < 0xE2 ? '\0' : PlainSeparator(name.substr(at, 3))) {
@@ -123,16 +119,12 @@ std::size_t NameRuns::ChunkEnd(std::size_t run) const {
     return end;
 }
 
-void NameRuns::MarkNoise(std::size_t first, std::size_t end) {
-    for (std::size_t run = first; run < end; ++run) {
-        mRuns[run].noise = true;
-    }
+bool AreDigits(std::string_view text) {
+    return !text.empty() && std::all_of(text.begin(), text.end(), IsDigit);
 }
 
 std::string_view WithoutLeadingZeros(std::string_view digits) {
-    const std::size_t first = digits.find_first_not_of('0');
-    return first == std::string_view::npos ? digits.substr(digits.empty() ? 0 : digits.size() - 1)
-                                           : digits.substr(first);
+    return digits.empty() ? digits : digits.substr(std::min(digits.find_first_not_of('0'), digits.size() - 1));
 }
 
 } // namespace zonstory

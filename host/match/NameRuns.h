@@ -45,12 +45,16 @@ public:
 
     std::string_view Whole() const { return mText; } ///< Folded.
 
-    void MarkNoise(std::size_t first, std::size_t end);
-
 private:
     std::string mText;
     std::vector<NameRun> mRuns;
 };
+
+constexpr bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+bool AreDigits(std::string_view text); ///< At least one, and nothing else.
 
 /// Whether a separator has one of these characters in it.
 inline bool HasAny(std::string_view separator, std::string_view characters) {

@@ -4,7 +4,7 @@
 #include <iterator>
 
 #include "match/NamePieces.h"
-#include "match/SceneText.h"
+#include "text/AsciiText.h"
 
 namespace zonstory {
 
@@ -15,13 +15,6 @@ constexpr std::string_view kMediaExtensions[] = {
     "dv",   "dvr", "flac", "flv",  "insv", "lrv", "m2t",  "m2ts", "m2v", "m4a",  "m4v",  "mkv",
     "mod",  "mov", "mp3",  "mp4",  "mpeg", "mpg", "mts",  "mxf",  "ogg", "ogv",  "opus", "r3d",
     "rf64", "tod", "ts",   "vob",  "w64",  "wav", "webm", "wma",  "wmv", "xmp"};
-
-bool IsMediaExtension(std::string_view extension) {
-    std::string lower(extension);
-    std::transform(lower.begin(), lower.end(), lower.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return std::find(std::begin(kMediaExtensions), std::end(kMediaExtensions), lower) != std::end(kMediaExtensions);
-}
 
 // "12-14", "12/13", "12, 13": the last of several scenes; "12-3" is a take.
 bool IsPartner(const NamedNumber& number, const NamedNumber& first) {
@@ -83,37 +76,28 @@ SlateNumber ReadSlateNumber(std::string_view fileName) {
 
 std::string_view WithoutMediaExtension(std::string_view fileName) {
     const std::size_t dot = fileName.rfind('.');
-    const bool extension = dot != std::string_view::npos && dot > 0 && fileName.size() - dot <= 5 &&
-                           IsMediaExtension(fileName.substr(dot + 1));
-    return extension ? fileName.substr(0, dot) : fileName;
+    if (dot == std::string_view::npos || dot == 0) {
+        return fileName;
+    }
+    const bool known =
+        std::any_of(std::begin(kMediaExtensions), std::end(kMediaExtensions),
+                    [last = fileName.substr(dot + 1)](std::string_view one) { return EqualIgnoringCase(one, last); });
+    return known ? fileName.substr(0, dot) : fileName;
 }
 
 std::string_view Describe(SlateRule rule) {
-    switch (rule) {
-    case SlateRule::SceneWord:
-        return "a scene word";
-    case SlateRule::SceneLetter:
-        return "the letter S";
-    case SlateRule::SlateWord:
-        return "a slate word";
-    case SlateRule::NumberAndTakeWord:
-        return "a take word";
-    case SlateRule::SetUpAndTake:
-        return "a lettered number and a take";
-    case SlateRule::NumberAndTake:
-        return "a number and a take";
-    case SlateRule::NumberAlone:
-        return "a number alone";
-    case SlateRule::AmongWords:
-        return "a number among words";
-    case SlateRule::GivenPattern:
-        return "the given pattern";
-    case SlateRule::Taught:
-        return "the number that is the scene wherever it is known";
-    case SlateRule::WholeField:
-        return "the whole field";
-    }
-    return {};
+    constexpr std::string_view kRules[] = {"a scene word",
+                                           "the letter S",
+                                           "a slate word",
+                                           "a take word",
+                                           "a lettered number and a take",
+                                           "a number and a take",
+                                           "a number alone",
+                                           "a number among words",
+                                           "the given pattern",
+                                           "the number that is the scene wherever it is known",
+                                           "the whole field"};
+    return kRules[static_cast<std::size_t>(rule)];
 }
 
 } // namespace zonstory

@@ -15,7 +15,7 @@ enum class SlateStyle {
     Continuous, ///< One after another through the shoot, as in the UK: a number alone is a slate, and only a log knows its scene.
 };
 
-/// What in a text made a number a scene.
+/// What in a text made a number a scene; Describe() goes by their order.
 enum class SlateRule {
     SceneWord,         ///< "Sc12", "Scene 12"
     SceneLetter,       ///< "S12 T3"
