@@ -1,19 +1,20 @@
 // Names of clips and fields for scene numbers, held against a story. The input is text: the clip's path, then what a
 // log, the sound file and the metadata say, a line each; further lines are numbers of the story beside the fixed ones.
 #include <algorithm>
-#include <cctype>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <set>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <tuple>
 #include <vector>
 
 #include "Require.h"
-#include "match/ClipStatements.h"
-#include "match/Decision.h"
+#include "match/NamePatterns.h"
 #include "match/NameRuns.h"
-#include "match/SceneText.h"
+#include "text/AsciiText.h"
 
 namespace {
 
@@ -21,92 +22,55 @@ using namespace zonstory;
 
 constexpr Confidence kAnyBar = Confidence::None;
 
-std::vector<std::string> Lines(std::string_view text) {
-    std::vector<std::string> lines;
-    for (std::size_t begin = 0; begin <= text.size();) {
-        const std::size_t end = std::min(text.find('\n', begin), text.size());
-        lines.emplace_back(text.substr(begin, end - begin));
-        begin = end + 1;
-    }
-    return lines;
-}
-
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
+std::vector<Statement> StatePath(const std::string& path, const SceneNumbers& story, SlateStyle style) {
+    return NamePatterns({&path, 1}, {}, story, {style, std::nullopt}).Statements(0);
 }
 
 // ---- What is read ----------------------------------------------------------------------------------------------------
 
-/// A name as the readers see it.
+/// A name as the readers see it: what its runs are made of.
 struct Seen {
-    std::vector<std::string> digits; ///< Whole runs of them.
-    std::string letters;             ///< All of them.
+    std::set<std::string, std::less<>> numbers; ///< Cut from runs of digits at no other place than behind their zeros.
+    std::string letters;
 
     explicit Seen(std::string_view name) {
         const NameRuns runs(name);
         for (std::size_t run = 0; run < runs.size(); ++run) {
-            if (runs[run].digits) {
-                digits.emplace_back(runs.Text(run));
-            } else {
-                letters += runs.Text(run);
-            }
+            letters += runs[run].digits ? std::string_view() : runs.Text(run);
+            numbers.emplace(runs[run].digits ? WithoutLeadingZeros(runs.Text(run)) : std::string_view());
         }
-    }
-
-    // Cut from a run of digits at no other place than behind its zeros.
-    bool HasNumber(std::string_view number) const {
-        return std::any_of(digits.begin(), digits.end(),
-                           [&](const std::string& run) { return WithoutLeadingZeros(run) == number; });
     }
 };
 
 // A scene is put together of the name's own letters and whole numbers.
 bool IsMadeOf(std::string_view scene, const Seen& seen) {
-    for (std::size_t at = 0; at < scene.size();) {
-        std::size_t end = at;
-        while (end < scene.size() && IsDigit(scene[end])) {
-            ++end;
-        }
-        if (end > at) {
-            if (!seen.HasNumber(scene.substr(at, end - at))) {
-                return false;
-            }
-            at = end;
-        } else if (scene[at] != '.' && seen.letters.find(scene[at]) == std::string::npos) {
+    const NameRuns runs(scene);
+    for (std::size_t run = 0; run < runs.size(); ++run) {
+        const bool known = runs[run].digits ? seen.numbers.contains(runs.Text(run))
+                                            : runs.Text(run).find_first_not_of(seen.letters) == std::string_view::npos;
+        if (!known) {
             return false;
-        } else {
-            ++at;
         }
     }
-    return true;
+    return runs.size() > 0;
 }
 
-auto Fields(const SlateReading& reading) {
-    return std::tie(reading.scene, reading.take, reading.rule, reading.confidence, reading.standing, reading.exactOnly,
-                    reading.place);
-}
-
-void RequireSame(const std::vector<SlateReading>& left, const std::vector<SlateReading>& right) {
-    REQUIRE(std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                       [](const auto& one, const auto& other) { return Fields(one) == Fields(other); }));
+bool AreSame(const std::vector<SlateReading>& left, const std::vector<SlateReading>& right) {
+    return std::equal(left.begin(), left.end(), right.begin(), right.end(), [](const auto& one, const auto& other) {
+        return std::tie(one.scene, one.take, one.rule, one.confidence, one.standing, one.exactOnly, one.place) ==
+               std::tie(other.scene, other.take, other.rule, other.confidence, other.standing, other.exactOnly,
+                        other.place);
+    });
 }
 
 void CheckReadings(const std::vector<SlateReading>& readings, std::string_view text) {
     const Seen seen(text);
     for (const SlateReading& reading : readings) {
         REQUIRE(!reading.scene.empty() && IsMadeOf(reading.scene, seen));
-        REQUIRE(reading.take.empty() || seen.HasNumber(reading.take));
+        REQUIRE(reading.take.empty() || seen.numbers.contains(reading.take));
         REQUIRE(reading.confidence != Confidence::None);
         REQUIRE(reading.confidence <= Confidence::High || reading.rule == SlateRule::WholeField);
     }
-}
-
-std::string OtherCase(std::string text) {
-    for (char& c : text) {
-        const bool isLetter = static_cast<unsigned char>(c) < 0x80 && std::isalpha(c) != 0;
-        c = isLetter ? static_cast<char>(c ^ 0x20) : c;
-    }
-    return text;
 }
 
 void CheckName(const std::string& name, const SceneNumbers& story) {
@@ -115,9 +79,9 @@ void CheckName(const std::string& name, const SceneNumbers& story) {
     };
     const std::vector<SlateReading> readings = read(name, SlateStyle::Scene);
     CheckReadings(readings, name);
-    RequireSame(readings, read(OtherCase(name), SlateStyle::Scene));
+    REQUIRE(AreSame(readings, read(LowerCase(name), SlateStyle::Scene)));
     if (!name.empty() && WithoutMediaExtension(name) == name) {
-        RequireSame(readings, read(name + ".mov", SlateStyle::Scene));
+        REQUIRE(AreSame(readings, read(name + ".mov", SlateStyle::Scene)));
     }
     for (const SlateReading& reading : read(name, SlateStyle::Continuous)) {
         REQUIRE(reading.rule == SlateRule::SceneWord);
@@ -152,26 +116,6 @@ void CheckDecision(const Decision& decision, const SceneNumbers& story, Confiden
     }
 }
 
-// Two scenes of the story that one name means as surely as each other, as the ends of a range, are never decided.
-void CheckRivals(const Statement& name, const SceneNumbers& story) {
-    const auto reach = [&](const SlateReading& reading) {
-        return std::pair(reading.confidence, story.Find(reading.scene, reading.exactOnly).scenes);
-    };
-    auto best = std::pair(Confidence::None, std::vector<std::size_t>());
-    bool isTied = false;
-    for (const SlateReading& reading : name.readings) {
-        const auto fits = reach(reading);
-        if (fits.second.empty() || fits.first < best.first) {
-            continue;
-        }
-        isTied = fits.first == best.first ? isTied || fits.second != best.second : false;
-        best = fits;
-    }
-    if (isTied || best.second.size() > 1) {
-        REQUIRE(!Decide({name}, story, kAnyBar).scene);
-    }
-}
-
 void CheckDecisions(std::vector<Statement> statements, const SceneNumbers& story) {
     const Decision plain = Decide(statements, story, kAnyBar);
     for (const Confidence bar : {kAnyBar, Confidence::Medium, Confidence::Certain}) {
@@ -200,23 +144,27 @@ void CheckStory(const SceneNumbers& story) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    std::vector<std::string> lines = Lines({reinterpret_cast<const char*>(data), size});
-    lines.resize(std::max<std::size_t>(lines.size(), 4));
+    std::istringstream text(std::string(reinterpret_cast<const char*>(data), size));
+    std::vector<std::string> lines(4);
+    for (std::size_t line = 0; line < 4; ++line) {
+        std::getline(text, lines[line]);
+    }
     std::vector<std::string> numbers = {"1", "2", "3", "12", "12A", "14", "14", "", "PROLOGUE", "101.12", "A12", "5FS"};
-    numbers.insert(numbers.end(), lines.begin() + 4, lines.end());
+    for (std::string number; std::getline(text, number);) {
+        numbers.push_back(number);
+    }
     const SceneNumbers story(std::move(numbers));
     CheckStory(story);
 
     std::vector<Statement> statements = StatePath(lines[0], story, SlateStyle::Scene);
     REQUIRE(!statements.empty() && statements.size() <= 5);
     CheckName(statements.front().text, story);
-    CheckRivals(statements.front(), story);
     constexpr Source kFields[] = {Source::Log, Source::IXml, Source::Xmp};
     for (std::size_t field = 0; field < std::size(kFields); ++field) {
-        const std::string& text = lines[field + 1];
-        CheckReadings(ReadSceneField(text), text);
-        if (!text.empty()) {
-            statements.push_back(StateField(kFields[field], text, "3"));
+        const std::string& said = lines[field + 1];
+        CheckReadings(ReadSceneField(said), said);
+        if (!said.empty()) {
+            statements.push_back(StateField(kFields[field], said, "3"));
         }
     }
     CheckDecisions(std::move(statements), story);

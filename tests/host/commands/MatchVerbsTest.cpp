@@ -169,6 +169,40 @@ TEST_F(MatchVerbs, AmbiguousLogRowsAreNamed) {
     EXPECT_EQ(Match({"a", "b", "--log", "log.csv"})["b/C0001.mov"]["scene"], "2");
 }
 
+TEST_F(MatchVerbs, UsersSayWhatNobodyKnows) {
+    for (const char* const name : {"c/x1.mov", "c/Q_7_of_2.mov", "c/A001_C001_0115AB_001.mov",
+                                   "c/A001_C001_0115AB_002.mov", "c/A002_C003_0115CD_proxy.mov"}) {
+        Add(name);
+    }
+    const std::vector<std::string> tables[] = {
+        {"File Name;Scene;Take"},
+        {"Datei;Szene;Take"},
+        {"Nom du fichier;Scène n°;Prise"},
+        {"Archivo;Escena;Toma"},
+        {"Nome file;Scena;Ciak"},
+        {"Filnavn;Bilete;Opptak", "--columns", "file=Filnavn,scene=Bilete,take=Opptak"}};
+    for (const std::vector<std::string>& table : tables) {
+        support::WriteFile(mZonstory / "log.csv", table[0] + "\nx1.mov;2;5\n");
+        std::vector<std::string> arguments = {"c", "--log", "log.csv"};
+        arguments.insert(arguments.end(), table.begin() + 1, table.end());
+        const json clip = Match(arguments)["c/x1.mov"];
+        EXPECT_EQ(clip["scene"], "2") << table[0];
+        EXPECT_EQ(clip["take"], "5") << table[0];
+    }
+    const ZonstoryResult unknown = mZonstory.Run({"match", "s.skrx", "c", "--log", "log.csv"});
+    EXPECT_EQ(unknown.exitCode, 2);
+    EXPECT_THAT(unknown.err, HasSubstr("found are Filnavn, Bilete, Opptak"));
+
+    support::WriteFile(mZonstory / "log.csv", "Clip Name,Scene\nA001_C001_0115AB,3\nA002_C003_0115CD,12\n");
+    const json made = Match({"c", "--log", "log.csv", "--pattern", "q_{take}_of_{scene}"});
+    EXPECT_EQ(made["c/A001_C001_0115AB_001.mov"]["scene"], "3") << "a part of the clip";
+    EXPECT_EQ(made["c/A001_C001_0115AB_002.mov"]["scene"], "3");
+    EXPECT_EQ(made["c/A002_C003_0115CD_proxy.mov"]["scene"], "12") << "a copy of it";
+    EXPECT_EQ(made["c/Q_7_of_2.mov"]["scene"], "2");
+    EXPECT_EQ(made["c/Q_7_of_2.mov"]["take"], "7");
+    EXPECT_EQ(mZonstory.Run({"match", "s.skrx", "c", "--pattern", "{take}"}).exitCode, 2);
+}
+
 TEST_F(MatchVerbs, CoverageCountsScenes) {
     for (const char* const name : {"c/12A-3.mov", "c/12A-1.mov", "c/x.mov", "c/y.mov"}) {
         Add(name);
