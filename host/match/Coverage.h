@@ -14,7 +14,7 @@ struct CoverageRecord {
     std::string clip;  ///< Its name, given back as it is.
     std::string scene; ///< The number that the clip carries; empty where it carries none.
     std::string take;
-    std::optional<std::string> state; ///< Which draft's text it carries, in a word, where that is known.
+    std::optional<std::string> state = {}; ///< Which draft's text it carries, in a word, where that is known.
 };
 
 /// Which scenes of a story the clips show. Numbers name records by their place in the input.
