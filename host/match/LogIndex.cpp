@@ -59,8 +59,8 @@ std::string_view MadeOf(std::string_view stem) {
          sign = stem.find_last_of("_-. ")) {
         const std::string_view last = stem.substr(sign + 1);
         const bool copy = std::find(std::begin(kCopies), std::end(kCopies), last) != std::end(kCopies);
-        const bool segment = last.size() == 3 && AreDigits(last) && !RollAndClip(stem.substr(0, sign)).empty() &&
-                             stem.find_first_of("_") < sign;
+        const bool segment =
+            last.size() == 3 && AreDigits(last) && !RollAndClip(stem.substr(0, sign)).empty() && stem.find('_') < sign;
         if (!copy && !segment) {
             break;
         }

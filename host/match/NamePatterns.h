@@ -33,7 +33,7 @@ public:
                  const SceneNumbers& story, const NameStyle& style);
 
     /// What a clip's file and its folders say, for Decide().
-    std::vector<Statement> Statements(std::size_t clip) const;
+    std::vector<Statement> Statements(std::size_t at) const;
 
     /// A line for each pattern that scenes were read by: "41 names like 12A-3: scene, set-up, take".
     std::vector<std::string> Lines() const;

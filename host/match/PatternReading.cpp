@@ -41,45 +41,71 @@ bool IsRatio(const NamedNumber& first, const NamedNumber& second) {
     return first.letters.empty() && second.letters.empty() && IsOneOf(kPairs, std::pair(first.value, second.value));
 }
 
-Confidence SurenessOfFree(const NamePieces& name, const NamePattern& pattern) {
-    const NamedNumber& scene = name.numbers[*pattern.scene];
-    const NamedNumber* const take = pattern.take ? &name.numbers[*pattern.take] : nullptr;
-    const bool spoken = take != nullptr && take->word == SlateWord::Take;
-    if (name.against || pattern.refuted || scene.counter || (take != nullptr && take->counter)) {
-        return Confidence::Low;
+Confidence AmongUnknownWords(const NamePattern& pattern, const NamedNumber& scene, bool hasTake) {
+    if (pattern.proven && !pattern.counting) {
+        return pattern.names >= kMany ? Confidence::High : Confidence::Medium;
     }
-    if (name.unknownWords) {
-        const bool many = pattern.proven && !pattern.counting;
-        const bool lettered = !scene.letters.empty() && take != nullptr && !LooksLikeFormat(scene, true);
-        return many                                 ? pattern.names >= kMany ? Confidence::High : Confidence::Medium
-               : lettered && !scene.counted         ? Confidence::Medium
-               : lettered && scene.separator != ' ' ? Confidence::Medium
-                                                    : Confidence::Low;
-    }
-    if (pattern.proven) {
-        return pattern.counting && !spoken ? Confidence::Medium : Confidence::High;
-    }
-    const auto isOther = [&](const NamedNumber& one) {
+    const bool lettered = !scene.letters.empty() && hasTake && !LooksLikeFormat(scene, true);
+    return lettered && (!scene.counted || scene.separator != ' ') ? Confidence::Medium : Confidence::Low;
+}
+
+bool HasOthers(const NamePieces& name, const NamedNumber& scene, const NamedNumber* take) {
+    return std::any_of(name.numbers.begin(), name.numbers.end(), [&](const NamedNumber& one) {
         return &one != &scene && &one != take && !one.joined &&
                (one.word != SlateWord::Remark || one.place < scene.place);
-    };
-    const bool others = std::any_of(name.numbers.begin(), name.numbers.end(), isOther);
+    });
+}
+
+Confidence WithTake(const NamePieces& name, const NamedNumber& scene, const NamedNumber& take, bool others) {
+    if (!scene.letters.empty()) {
+        return Confidence::High;
+    }
+    const bool weak = others || IsRatio(scene, take) || take.separator == '.' || name.noise;
+    return take.word != SlateWord::Take && weak ? Confidence::Low : Confidence::Medium;
+}
+
+Confidence SurenessOfUnproven(const NamePieces& name, const NamePattern& pattern, const NamedNumber& scene,
+                              const NamedNumber* take) {
+    const bool spoken = take != nullptr && take->word == SlateWord::Take;
+    const bool others = HasOthers(name, scene, take);
     const bool bare = scene.letters.empty() && take != nullptr;
     if (!bare && LooksLikeFormat(scene, take != nullptr) && (!spoken || name.noise || others)) {
         return take != nullptr && pattern.names > kFewNames ? Confidence::Medium : Confidence::Low;
     }
-    if (take != nullptr && !scene.letters.empty()) {
-        return Confidence::High;
-    }
-    if (spoken) {
-        return Confidence::Medium;
-    }
     if (take != nullptr) {
-        const bool weak = others || IsRatio(scene, *take) || take->separator == '.' || name.noise;
-        return weak ? Confidence::Low : Confidence::Medium;
+        return WithTake(name, scene, *take, others);
     }
     const bool plain = scene.letters.empty() && !name.remarks && (pattern.counting || pattern.names < 3);
     return others || name.noise || scene.counted || plain ? Confidence::Low : Confidence::Medium;
+}
+
+Confidence SurenessOfFree(const NamePieces& name, const NamePattern& pattern) {
+    const NamedNumber& scene = name.numbers[*pattern.scene];
+    const NamedNumber* const take = pattern.take ? &name.numbers[*pattern.take] : nullptr;
+    if (name.against || pattern.refuted || scene.counter || (take != nullptr && take->counter)) {
+        return Confidence::Low;
+    }
+    if (name.unknownWords) {
+        return AmongUnknownWords(pattern, scene, take != nullptr);
+    }
+    if (pattern.proven) {
+        const bool spoken = take != nullptr && take->word == SlateWord::Take;
+        return pattern.counting && !spoken ? Confidence::Medium : Confidence::High;
+    }
+    return SurenessOfUnproven(name, pattern, scene, take);
+}
+
+// Of S12, where `sure` is the most that it can be.
+Confidence SurenessOfLetter(const NamePieces& name, const NamePattern& pattern, bool hasTake, Confidence sure) {
+    const NamedNumber& scene = name.numbers[*pattern.scene];
+    if (pattern.refuted || scene.counted || name.against || scene.counter) {
+        return Confidence::Low;
+    }
+    const bool spoken = hasTake && name.numbers[*pattern.take].word == SlateWord::Take;
+    if (spoken || pattern.below || name.Has(SlateWord::Shot) || pattern.proven) {
+        return sure;
+    }
+    return hasTake && !name.unknownWords ? Confidence::Medium : Confidence::Low;
 }
 
 SlateReading ReadMain(const NamePieces& name, const NamePattern& pattern) {
@@ -155,7 +181,6 @@ Confidence Sureness(const NamePieces& name, const NamePattern& pattern) {
     const NamedNumber& number = name.numbers[*pattern.scene];
     const bool lone = name.unknownWords && pattern.names < kFewNames;
     const bool hasTake = pattern.take && !name.numbers[*pattern.take].counter;
-    const bool spoken = hasTake && name.numbers[*pattern.take].word == SlateWord::Take;
     const Confidence sure = lone || name.against ? Confidence::Medium : Confidence::High;
     switch (pattern.rule) {
     case SlateRule::SceneWord:
@@ -163,12 +188,7 @@ Confidence Sureness(const NamePieces& name, const NamePattern& pattern) {
     case SlateRule::Taught:
         return pattern.taught && !pattern.refuted ? Confidence::High : Confidence::Low;
     case SlateRule::SceneLetter:
-        if (pattern.refuted || number.counted || name.against || number.counter) {
-            return Confidence::Low;
-        }
-        return spoken || pattern.below || name.Has(SlateWord::Shot) || pattern.proven ? sure
-               : hasTake && !name.unknownWords                                        ? Confidence::Medium
-                                                                                      : Confidence::Low;
+        return SurenessOfLetter(name, pattern, hasTake, sure);
     case SlateRule::SlateWord:
         return pattern.refuted || (!hasTake && number.letters.empty()) ? Confidence::Low
                : number.letters.empty()                                ? Confidence::Medium
