@@ -81,8 +81,8 @@ public:
 /// Reads what a clip carries; changes nothing, and waits for nobody: what it finds is the version before or after another
 /// run's.
 ///
-/// A clip is any name of a regular file; links are followed. Where metadata can be written inside it is read there, also
-/// when a sidecar lies beside it; else from its sidecar, and where there is none, from inside after all.
+/// A clip is any name of a regular file; links are followed. Where metadata of any length can be written inside it is read
+/// there, also when a sidecar lies beside it; else from its sidecar, and where there is none, from inside after all.
 /// @throws ClipError when the clip is missing, unreadable, empty, damaged or itself a sidecar, or its sidecar is no XMP.
 ClipContents ReadClip(const std::filesystem::path& clip, const ClipOptions& options);
 

@@ -99,6 +99,20 @@ StatePointer LoadSidecar(const fs::path& clip, SidecarName name) try {
     throw ClipError("its sidecar is too large to be one");
 }
 
+// Whether a longer text would go beside the clip: then its sidecar is the one place for all of it, so that no reading and
+// no clearing meets another text than the last that was written.
+/// @throws NoExactWay saying why, where there is a sidecar and no room
+void RequireRoomBefore(const ClipState& clip, const ClipOptions& options) try {
+    constexpr std::size_t kLongText = std::size_t{1} << 20; // more than padding holds
+    if (options.placement == Placement::Auto && ChooseSidecar(clip.file.Path(), options.sidecarName).exists) {
+        const std::string packet = clip.packet.empty() ? EmptyPacket(true) : clip.packet;
+        ReadPacketMap(packet);
+        static_cast<void>(clip.layout->Write(WithoutPadding(packet) + std::string(kLongText, ' ')));
+    }
+} catch (const PacketError& error) {
+    throw NoExactWay(std::string("the XMP inside it ") + error.what());
+}
+
 // Whether what another program put inside says something else of the same properties.
 bool Contradicts(const EmbeddedXMP& embedded, const MetadataContent& said, const std::vector<PropertyName>& names) {
     const MetadataContent inside(embedded.xmp);
@@ -206,6 +220,7 @@ StatePointer LoadClip(const fs::path& clip, const ClipOptions& options) {
     }
     try {
         ReadInside(*state);
+        RequireRoomBefore(*state, options);
     } catch (const NoExactWay&) {
         return LoadWithoutLayout(std::move(state), options);
     }
@@ -219,6 +234,7 @@ StatePointer LoadChanged(const fs::path& clip, const ClipOptions& options, const
     if (options.placement != Placement::Sidecar) {
         try {
             ReadInside(*state);
+            RequireRoomBefore(*state, options);
             Apply(change, *state);
             if (!state->edits.empty()) {
                 NoteSidecarBeside(*state, options);

@@ -1,4 +1,5 @@
 #include "clip/Sidecar.h"
+#include "MadeChunks.h"
 #include "Source.h"
 #include "clip/SidecarConflicts.h"
 
@@ -62,6 +63,19 @@ TEST_F(Sidecar, ForcedLeavesTheClipAlone) {
     EXPECT_TRUE(support::ReadFile(clip) == bytes);
     EXPECT_EQ(support::SourceOf(clip), "");
     EXPECT_TRUE(zonstory::ReadClip(clip, kForced).hasXMP);
+}
+
+TEST_F(Sidecar, OfAClipWhoseOwnPacketCannotBeChangedIsReadAndCleared) {
+    const fs::path clip = mFolder / "A.wav";
+    const std::string packet = R"(<rdf:RDF xmlns:rdf="http://www.w3.org/1999/02/22-rdf-syntax-ns#"/>)";
+    support::WriteFile(
+        clip, support::Chunk("RIFF", "WAVE" + support::Chunk("data", "pcm!") + support::Chunk("_PMX", packet)));
+    EXPECT_EQ(Update(clip, {}).target, zonstory::Target::Sidecar);
+    EXPECT_EQ(zonstory::ReadClip(clip, {}).target, zonstory::Target::Sidecar);
+    EXPECT_EQ(zonstory::UpdateClip(clip, {}, [](SXMPMeta& xmp) { xmp.DeleteProperty(support::kDublinCore, "source"); })
+                  .target,
+              zonstory::Target::Sidecar);
+    EXPECT_EQ(support::NamesIn(mFolder.Path()).size(), 1u);
 }
 
 TEST_F(Sidecar, LinkIsFollowedAndKept) {
