@@ -99,20 +99,6 @@ StatePointer LoadSidecar(const fs::path& clip, SidecarName name) try {
     throw ClipError("its sidecar is too large to be one");
 }
 
-// Whether a longer text would go beside the clip: then its sidecar is the one place for all of it, so that no reading and
-// no clearing meets another text than the last that was written.
-/// @throws NoExactWay saying why, where there is a sidecar and no room
-void RequireRoomBefore(const ClipState& clip, const ClipOptions& options) try {
-    constexpr std::size_t kLongText = std::size_t{1} << 20; // more than padding holds
-    if (options.placement == Placement::Auto && ChooseSidecar(clip.file.Path(), options.sidecarName).exists) {
-        const std::string packet = clip.packet.empty() ? EmptyPacket(true) : clip.packet;
-        ReadPacketMap(packet);
-        static_cast<void>(clip.layout->Write(WithoutPadding(packet) + std::string(kLongText, ' ')));
-    }
-} catch (const PacketError& error) {
-    throw NoExactWay(std::string("the XMP inside it ") + error.what());
-}
-
 // Whether what another program put inside says something else of the same properties.
 bool Contradicts(const EmbeddedXMP& embedded, const MetadataContent& said, const std::vector<PropertyName>& names) {
     const MetadataContent inside(embedded.xmp);
@@ -169,9 +155,30 @@ EditList EditsOf(const std::string& packet, const std::vector<PropertyName>& cha
     return edits;
 }
 
-void EditInside(ClipState& clip, const std::vector<PropertyName>& changed) {
+std::string PacketInside(const ClipState& clip, const std::vector<PropertyName>& changed,
+                         const MetadataContent& wanted) {
     const std::string old = clip.packet.empty() ? EmptyPacket(true) : clip.packet;
-    const std::string packet = WithoutPadding(Edited(old, EditsOf(old, changed, clip.wanted)));
+    return WithoutPadding(Edited(old, EditsOf(old, changed, wanted)));
+}
+
+// Tries a longer text. Where that would go beside the clip, its sidecar is the one place for all of it, so that no reading
+// and no clearing meets another text than the last that was written.
+/// @throws NoExactWay saying why, where there is a sidecar and no room
+void RequireRoomBefore(const ClipState& clip, const ClipOptions& options) {
+    constexpr const char* kNamespace = "http://purl.org/dc/elements/1.1/"; // any that the toolkit knows
+    constexpr const char* kProperty = "source";
+    constexpr std::size_t kLongText = std::size_t{1} << 20; // more than padding holds
+    if (options.placement == Placement::Auto && ChooseSidecar(clip.file.Path(), options.sidecarName).exists) {
+        SXMPMeta longer(clip.packet.data(), clip.packet.size());
+        longer.DeleteProperty(kNamespace, kProperty); // what it was might have another form
+        longer.SetProperty(kNamespace, kProperty, std::string(kLongText, '-'));
+        const MetadataContent wanted = ContentOf(longer);
+        static_cast<void>(clip.layout->Write(PacketInside(clip, wanted.Differences(ContentOf(clip.xmp)), wanted)));
+    }
+}
+
+void EditInside(ClipState& clip, const std::vector<PropertyName>& changed) {
+    const std::string packet = PacketInside(clip, changed, clip.wanted);
     EditPlan plan = packet == EmptyPacket(true) ? clip.layout->Remove() : clip.layout->Write(packet);
     clip.edits = std::move(plan.edits);
     clip.notes.insert(clip.notes.end(), plan.notes.begin(), plan.notes.end());
