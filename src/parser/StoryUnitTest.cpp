@@ -86,6 +86,7 @@ std::vector<UString> TraversalFiles(const Talewright& story) {
         });
     }
     std::vector<UString> paths;
+    paths.reserve(sceneCounts.size());
     for (const std::int32_t sceneCount : sceneCounts) {
         paths.push_back(DumpPath(sceneCount, 1)); // a scene is one shot
     }

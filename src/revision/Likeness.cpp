@@ -161,12 +161,14 @@ std::vector<std::size_t> Likeness::Candidates(std::size_t oldIndex) const {
         }
     }
     std::vector<std::pair<double, std::size_t>> ranked;
+    ranked.reserve(shared.size());
     for (const auto& [index, weight] : shared) {
         ranked.emplace_back(-weight, index);
     }
     std::sort(ranked.begin(), ranked.end());
     ranked.resize(std::min(ranked.size(), kMostCandidates));
     std::vector<std::size_t> candidates;
+    candidates.reserve(ranked.size());
     for (const auto& [weight, index] : ranked) {
         candidates.push_back(index);
     }
