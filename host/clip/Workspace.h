@@ -4,8 +4,8 @@
 #include <filesystem>
 #include <functional>
 #include <mutex>
-#include <set>
 #include <string>
+#include <unordered_set>
 
 #include "clip/TargetFile.h"
 #include "files/FileDescriptor.h"
@@ -44,7 +44,7 @@ private:
     std::mutex mMutex;
     std::filesystem::path mBeside;
     FileDescriptor mParent;
-    std::set<FileKey> mMet;
+    std::unordered_set<FileKey, FileKeyHash> mMet;
 };
 
 /// The place where a file's new version grows: a hidden folder beside it, one for all files there. In it lie, under a name

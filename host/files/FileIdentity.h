@@ -1,6 +1,5 @@
 #pragma once
 
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 
@@ -13,7 +12,7 @@ struct FileKey {
     std::uint64_t device = 0;
     std::uint64_t inode = 0;
 
-    auto operator<=>(const FileKey&) const = default;
+    bool operator==(const FileKey&) const = default;
 };
 
 struct FileKeyHash {
@@ -31,7 +30,7 @@ struct FileIdentity {
     std::int64_t modified = 0; ///< Nanoseconds, as the next.
     std::int64_t changed = 0;
 
-    auto operator<=>(const FileIdentity&) const = default;
+    bool operator==(const FileIdentity&) const = default;
 };
 
 inline FileKey KeyOf(const struct stat& status) {
