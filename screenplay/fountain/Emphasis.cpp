@@ -175,10 +175,13 @@ void AppendBetweenRuns(std::string_view line, const Append& append, std::string&
 
 void AppendPlainText(std::string_view line, std::string& plain) {
     if (!HasMark(line)) {
-        plain += line;
-    } else {
-        AppendBetweenRuns(line, AppendWithoutEscapes, plain);
+        plain += WithoutTrailingBlanks(line);
+        return;
     }
+    const std::size_t begin = plain.size();
+    AppendBetweenRuns(line, AppendWithoutEscapes, plain);
+    plain.resize(begin +
+                 WithoutTrailingBlanks(std::string_view(plain).substr(begin)).size()); // marks stood behind them
 }
 
 std::string WithoutEmphasis(std::string_view line) {

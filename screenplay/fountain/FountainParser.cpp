@@ -199,7 +199,9 @@ void FountainParser::Add(zonstoryparser::ElementType kind, std::string_view text
 
 // Lines without text count where others follow: on Fountain's side they are of two blanks or a mark alone.
 void FountainParser::AddLine(zonstoryparser::ElementType kind, std::string_view text) {
-    if (text.empty()) {
+    mPlain.clear();
+    AppendPlainText(text, mPlain);
+    if (mPlain.empty()) {
         mGap += mParagraph.empty() ? 0 : 1;
         return;
     }
@@ -210,7 +212,7 @@ void FountainParser::AddLine(zonstoryparser::ElementType kind, std::string_view 
         mParagraph.append(mGap + 1, '\n');
     }
     mGap = 0;
-    AppendPlainText(text, mParagraph);
+    mParagraph.append(mPlain);
 }
 
 void FountainParser::Flush() {

@@ -138,7 +138,10 @@ private:
         const std::string number = InOneLine(zoncore::UTF16to8(scene.sceneNumber));
         const bool hasCue = std::any_of(content.pieces.begin(), content.pieces.end(),
                                         [](const Piece& piece) { return piece.kind == zonstoryparser::kCharacter; });
-        const bool isBeforeHeadings = mIsFirstScene && !content.pieces.empty() && (hasCue || !isOnlyScene);
+        const bool says = std::any_of(content.pieces.begin(), content.pieces.end(), [](const Piece& piece) {
+            return piece.kind != zonstoryparser::kTransition && piece.kind != zonstoryparser::kParenthetical;
+        }); // else it would be left out without a heading
+        const bool isBeforeHeadings = mIsFirstScene && says && (hasCue || !isOnlyScene);
         if (!content.heading.empty() || !number.empty() || !isBeforeHeadings) {
             Begin();
             End(HeadingLine(InOneLine(content.heading), number));
