@@ -7,7 +7,6 @@
 #include <zonstoryparser/SceneContent.h>
 
 #include "story/BodyScenes.h"
-#include "story/SpeakerName.h"
 #include "story/WordCount.h"
 
 namespace zonstory {
@@ -26,7 +25,7 @@ SceneFacts DescribeScene(const zonstoryparser::Scene& scene, std::size_t positio
     facts.timeOfDay = UTF16to8(content.timeOfDay);
     facts.duration = UTF16to8(scene.shotDuration);
     for (const auto& [character, dialogue] : content.dialogues) {
-        std::string speaker = UTF16to8(SpeakerName(character));
+        std::string speaker = UTF16to8(zonstoryparser::SpeakerName(character));
         if (std::find(facts.speakers.begin(), facts.speakers.end(), speaker) == facts.speakers.end()) {
             facts.speakers.push_back(std::move(speaker));
         }
@@ -54,7 +53,7 @@ std::vector<CharacterFacts> DescribeCharacters(const zonstoryparser::Talewright&
     for (const auto& scene : BodyScenes(story)) {
         ++position;
         for (const auto& [character, dialogue] : zonstoryparser::GatherSceneContent(*scene).dialogues) {
-            const auto [row, isNew] = rows.try_emplace(SpeakerName(character), table.size());
+            const auto [row, isNew] = rows.try_emplace(zonstoryparser::SpeakerName(character), table.size());
             if (isNew) {
                 table.push_back({UTF16to8(row->first), {}, 0, 0});
             }

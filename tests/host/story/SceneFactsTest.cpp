@@ -2,9 +2,9 @@
 
 #include <gmock/gmock.h>
 
-#include "story/SpeakerName.h"
 #include "story/WordCount.h"
 #include <zonscreenplay/Screenplay.h>
+#include <zonstoryparser/SceneContent.h>
 
 namespace {
 
@@ -41,11 +41,11 @@ TEST(WordCount, CountsAsAPersonWould) {
 }
 
 TEST(SpeakerName, LeavesOutWhatTheCueAdds) {
-    EXPECT_EQ(zonstory::SpeakerName(u"ANN (V.O.)"), u"ANN");
-    EXPECT_EQ(zonstory::SpeakerName(u" ANN (O.S.) (CONT'D) "), u"ANN");
-    EXPECT_EQ(zonstory::SpeakerName(u"小明（旁白）"), u"小明");
-    EXPECT_EQ(zonstory::SpeakerName(u"(ALL)"), u"(ALL)");
-    EXPECT_EQ(zonstory::SpeakerName(u"MAN (40) AND DOG"), u"MAN (40) AND DOG");
+    EXPECT_EQ(zonstoryparser::SpeakerName(u"ANN (V.O.)"), u"ANN");
+    EXPECT_EQ(zonstoryparser::SpeakerName(u" ANN (O.S.) (CONT'D) "), u"ANN");
+    EXPECT_EQ(zonstoryparser::SpeakerName(u"小明（旁白）"), u"小明");
+    EXPECT_EQ(zonstoryparser::SpeakerName(u"(ALL)"), u"(ALL)");
+    EXPECT_EQ(zonstoryparser::SpeakerName(u"MAN (40) AND DOG"), u"MAN (40) AND DOG");
 }
 
 constexpr char kStory[] = R"(<Talewright version="1.0"><document><stream name="body"><section>
