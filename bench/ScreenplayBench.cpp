@@ -43,7 +43,6 @@ void Ours(benchmark::State& state, Form form) {
     const std::string& script = ScriptOf(form, state.range(0));
     zonscreenplay::ReadOptions options;
     options.format = form == Form::FDX ? zonscreenplay::Format::FDX : zonscreenplay::Format::Fountain;
-    options.recordLines = false;
     for (auto _ : state) {
         zonscreenplay::Screenplay read = zonscreenplay::ReadScreenplayFromMemory(script, "generated", options);
         state.PauseTiming(); // the floor builds nothing that would have to go again

@@ -65,7 +65,7 @@ ScriptBuilder::ScriptBuilder(std::string name, const ReadOptions& options)
     mHandler.StartElement(u"section", kNoAttributes);
     mResult.root = mHandler.GetStory();
     mSection = mResult.root->document->body->section.get();
-    mResult.lines.AfterSection(mResult.root.get(), 1);
+    mLines.AfterSection(mResult.root.get());
 }
 
 void ScriptBuilder::BeginScene(const Heading& heading, std::size_t line) {
@@ -125,6 +125,7 @@ Screenplay ScriptBuilder::Finish(Format format) {
     }
     mHandler.EndDocument();
     mResult.format = format;
+    mResult.lines = mLines.Finish();
     SortByLine(mResult.notes);
     SortByLine(mResult.warnings);
     return std::move(mResult);
@@ -145,7 +146,7 @@ void ScriptBuilder::OpenScene(const UString& number, std::size_t line) {
     AssignIdentity(u's', mResult.scenes.size(), identity);
     mHandler.StartElement(kScene, {{kObjectID, identity}, {u"sceneNumber", number}});
     if (mOptions.recordLines) {
-        mResult.lines.AfterScene(line);
+        mLines.AfterScene(line);
     }
 }
 
@@ -192,7 +193,7 @@ void ScriptBuilder::Emit(ElementType kind, const UString& text, std::size_t line
     mHandler.EndElement(kTextRun);
     mHandler.EndElement(kParagraph);
     if (mOptions.recordLines) {
-        mResult.lines.AfterParagraph(line);
+        mLines.AfterParagraph(line);
     }
     if (kind == zonstoryparser::kCharacter) {
         mLeftCue = std::exchange(mRightCue, mSection->scenes.back()->paragraphs.back());

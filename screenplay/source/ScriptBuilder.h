@@ -8,6 +8,8 @@
 #include <zonscreenplay/Screenplay.h>
 #include <zonstoryparser/StoryParser.h>
 
+#include "source/LineRecorder.h"
+
 namespace zonscreenplay {
 
 /// What the readers of formats without scenes of their own call: it drives the library's parse handler and gathers what
@@ -78,6 +80,7 @@ private:
     ReadOptions mOptions;
     zonstoryparser::StoryParser mHandler;
     Screenplay mResult;
+    LineRecorder mLines;
     const zonstoryparser::Section* mSection = nullptr; // of the body, which the result owns
     SceneProperties mNowhere;
     zoncore::AttributeMap mParagraph; // kept from one to the next, as is the text: nothing is allocated anew

@@ -43,7 +43,7 @@ Screenplay StoryFileReader::Finish() {
     if (document && document->body && document->body->section) {
         result.scenes.resize(document->body->section->scenes.size());
     }
-    result.lines = std::move(mLines);
+    result.lines = mLines.Finish();
     return result;
 }
 
@@ -53,7 +53,7 @@ void StoryFileReader::RecordLine(const zoncore::UString& name) {
     } else if (name == u"scene") {
         mLines.AfterScene(mDriver.Here().line);
     } else if (name == u"section") {
-        mLines.AfterSection(mHandler.GetStory().get(), mDriver.Here().line);
+        mLines.AfterSection(mHandler.GetStory().get());
     }
 }
 

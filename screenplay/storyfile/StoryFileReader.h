@@ -4,6 +4,7 @@
 
 #include <zonstoryparser/StoryParser.h>
 
+#include "source/LineRecorder.h"
 #include "xml/XmlDriver.h"
 
 namespace zonscreenplay {
@@ -26,7 +27,7 @@ private:
     std::string mRootName;
     Position mRootPosition;
     zonstoryparser::StoryParser mHandler;
-    SourceLines mLines;
+    LineRecorder mLines;
     std::size_t mScenes = 0;
 };
 
