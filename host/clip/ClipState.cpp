@@ -178,8 +178,8 @@ void RequireRoomBefore(const ClipState& clip, const ClipOptions& options) {
 }
 
 void EditInside(ClipState& clip, const std::vector<PropertyName>& changed) {
-    const std::string packet = PacketInside(clip, changed, clip.wanted);
-    EditPlan plan = packet == EmptyPacket(true) ? clip.layout->Remove() : clip.layout->Write(packet);
+    clip.written = PacketInside(clip, changed, clip.wanted);
+    EditPlan plan = clip.written == EmptyPacket(true) ? clip.layout->Remove() : clip.layout->Write(clip.written);
     clip.edits = std::move(plan.edits);
     clip.notes.insert(clip.notes.end(), plan.notes.begin(), plan.notes.end());
 }

@@ -34,6 +34,7 @@ struct ClipState {
     MetadataContent before; ///< What `xmp` said before it was changed.
     MetadataContent wanted; ///< What it says now.
     EditList edits;         ///< What makes the file say it.
+    std::string written;    ///< The packet that the edits put inside a clip, without padding.
 
     /// Of the file's name, without the dot.
     std::string Extension() const;

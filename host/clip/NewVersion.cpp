@@ -7,6 +7,7 @@
 #include "clip/EmbeddedXMP.h"
 #include "clip/Interrupt.h"
 #include "clip/SameBytes.h"
+#include "clip/packet/PacketEdits.h"
 #include "files/FileSize.h"
 
 namespace zonstory {
@@ -36,14 +37,16 @@ void RequireSamePlaces(const ContainerLayout& old, const EditList& edits, const 
     }
 }
 
-void RequireWanted(const ContainerLayout& layout, const ByteReader& made, const MetadataContent& wanted) {
+// The very packet that the edits were made for needs no second look at what it says.
+void RequireWanted(const ContainerLayout& layout, const ByteReader& made, const ClipState& state) {
     std::string packet;
     if (const std::optional<ByteRange> range = layout.Packet()) {
         packet.resize(static_cast<std::size_t>(range->size));
         made.Read(range->offset, packet.data(), packet.size());
     }
     packet.resize(packet.find_last_not_of('\0') + 1);
-    if (MetadataContent(SXMPMeta(packet.data(), packet.size())) != wanted) {
+    if (WithoutPadding(packet) != state.written &&
+        MetadataContent(SXMPMeta(packet.data(), packet.size())) != state.wanted) {
         throw ClipError("the metadata read back from its copy is not what was written");
     }
 }
@@ -79,7 +82,7 @@ void Prove(const ClipState& state, const ClipOptions& options, const ByteReader&
     const std::unique_ptr<ContainerLayout> layout = ReadLayout(made, state.Extension());
     RequireSamePlaces(*state.layout, state.edits, *layout);
     if (state.wanted != state.before) { // else nothing is known of the metadata but its bytes
-        RequireWanted(*layout, made, state.wanted);
+        RequireWanted(*layout, made, state);
     }
 }
 
