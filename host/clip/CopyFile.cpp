@@ -71,6 +71,7 @@ public:
             ThrowIfInterrupted();
             const std::uint64_t wanted = std::min(kPiece, stretch.size);
             const std::uint64_t done = mSystemCopies ? CopyInSystem(stretch, wanted) : CopyByHand(stretch, wanted);
+            StartFlush(stretch.to, done);
             stretch = {stretch.from + done, stretch.to + done, stretch.size - done};
             CountBytes(done);
         }
@@ -85,6 +86,15 @@ private:
         const bool reachesEnd = stretch.from + stretch.size == mSize;
         const std::uint64_t rest = stretch.size - head;
         return {stretch.from + head, stretch.to + head, reachesEnd ? rest : rest - rest % kBlock};
+    }
+
+    // Starts writing to the disk what is in memory, while the rest is copied and compared: the flush at the end then finds
+    // most of it done. Of little, the flush alone is quicker.
+    void StartFlush(std::uint64_t to, std::uint64_t size) {
+        constexpr std::uint64_t kSmall = std::uint64_t{8} << 20;
+        if (size > kSmall) {
+            ::sync_file_range(mTo.Get(), static_cast<off64_t>(to), static_cast<off64_t>(size), SYNC_FILE_RANGE_WRITE);
+        }
     }
 
     // Returns 0 where the system does not know how.
@@ -146,15 +156,6 @@ void CopyStretches(Copier& copier, std::vector<Stretch> stretches, std::uint64_t
     }
 }
 
-// Starts writing to the disk what is in memory, so that the flush at the end finds most of it done.
-void StartFlush(const FileDescriptor& file, std::uint64_t size) {
-    constexpr std::uint64_t kSmall = std::uint64_t{8} << 20;
-    constexpr off_t kToTheEnd = 0;
-    if (size > kSmall) {
-        ::sync_file_range(file.Get(), 0, kToTheEnd, SYNC_FILE_RANGE_WRITE);
-    }
-}
-
 std::string InWords(std::uint64_t bytes) {
     constexpr double kMega = 1e6;
     constexpr double kGiga = 1e9;
@@ -173,7 +174,6 @@ void CopyEdited(const FileDescriptor& from, std::uint64_t size, const EditList& 
         WriteAllAt(to, edit.put, edit.offset + moved);
         moved += edit.put.size() - edit.taken;
     }
-    StartFlush(to, size);
 }
 
 void RequireFreeSpace(const FileDescriptor& folder, std::uint64_t needed) {
