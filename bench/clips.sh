@@ -36,6 +36,7 @@ write_default() { "$zonstory" write "$story" --scene 3 "$work/run"; }
 exiftool_at_once() { exiftool -q -overwrite_original -XMP-xmpDM:Scene=3 -@ "$work/names"; }
 exiftool_each() { while read -r clip; do exiftool -q -overwrite_original -XMP-xmpDM:Scene=3 "$clip"; done <"$work/names"; }
 show() { "$zonstory" show "$work/run"; }
+diff_of_drafts() { "$zonstory" diff "$story" "$story" "$work/run"; }
 
 # compare MASTER COUNT WHAT CONTENDER...: a line for each, its ratio that to the first
 compare() {
@@ -78,6 +79,9 @@ done
 rounds=1 compare clip.mp4 200 '200 mp4' write_default write_one_job exiftool_at_once
 rounds=1 compare clip.mp4 20 '20 mp4' write_default write_one_job exiftool_each
 compare clip.mp4 1 '1 mp4' show
+cp "$work/masters/clip.mp4" "$work/masters/written.mp4"
+"$zonstory" write "$story" --scene 3 --quiet "$work/masters/written.mp4"
+compare written.mp4 2000 '2000 mp4 with a scene' show diff_of_drafts
 
 for megabytes in 50 $([ "${BIG:-0}" != 1 ] || echo 2000); do
     make -f lavfi -i "anoisesrc=duration=$((megabytes * 1000000 / 192000))" -ac 1 -ar 96000 -c:a pcm_s16le "$work/masters/big.wav"
