@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/Verb.h"
-#include "commands/ClipMatching.h"
+#include "commands/SceneMatching.h"
 
 namespace zonstory {
 

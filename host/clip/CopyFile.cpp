@@ -11,7 +11,7 @@
 #include <sys/statvfs.h>
 #include <unistd.h>
 
-#include "clip/ClipProgress.h"
+#include "clip/CountedBytes.h"
 #include "clip/EditPlaces.h"
 #include "clip/Interrupt.h"
 #include "files/FileError.h"

@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "clip/Clip.h"
-#include "clip/ClipProgress.h"
+#include "clip/CountedBytes.h"
 #include "clip/EditPlaces.h"
 #include "clip/Interrupt.h"
 

@@ -8,8 +8,8 @@
 
 #include <sys/stat.h>
 
-#include "clip/ClipList.h"
 #include "clip/ClipState.h"
+#include "clip/FindClips.h"
 #include "clip/FrameSequence.h"
 #include "clip/Sidecar.h"
 #include "clip/TargetFile.h"

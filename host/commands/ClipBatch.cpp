@@ -10,7 +10,7 @@
 
 #include <fmt/format.h>
 
-#include "clip/ClipProgress.h"
+#include "clip/CountedBytes.h"
 #include "clip/Interrupt.h"
 #include "commands/BatchProgress.h"
 #include "commands/ClipReport.h"

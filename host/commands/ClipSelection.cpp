@@ -5,7 +5,7 @@
 
 #include <fmt/format.h>
 
-#include "clip/ClipList.h"
+#include "clip/FindClips.h"
 #include "clip/SidecarConflicts.h"
 
 namespace zonstory {
@@ -13,9 +13,9 @@ namespace zonstory {
 namespace fs = std::filesystem;
 
 std::vector<SelectedClip> SelectClips(const std::vector<std::string>& paths, bool recursive) {
-    ClipList list = FindClips({paths.begin(), paths.end()}, recursive);
+    FoundClips list = FindClips({paths.begin(), paths.end()}, recursive);
     std::vector<SelectedClip> clips;
-    for (ClipListError& error : list.errors) {
+    for (UnsearchedPath& error : list.errors) {
         clips.push_back({std::move(error.path), std::move(error.reason)});
     }
     for (fs::path& clip : list.clips) {

@@ -5,14 +5,14 @@
 
 #include <fmt/format.h>
 
-#include "commands/ClipDrafts.h"
-#include "commands/ClipEvidence.h"
-#include "commands/ClipMatching.h"
+#include "commands/DraftFinder.h"
+#include "commands/SceneEvidence.h"
+#include "commands/SceneMatching.h"
 #include "commands/ScriptReference.h"
 #include "commands/Toolkit.h"
-#include "match/Coverage.h"
 #include "match/Decision.h"
 #include "match/NamePatterns.h"
+#include "match/SceneCoverage.h"
 #include "output/ExitCode.h"
 #include "output/Record.h"
 #include "output/SafeText.h"
@@ -59,7 +59,7 @@ public:
             return std::nullopt;
         }
         const bool isOfAnotherDraft = !script.IsEmpty() && script.digest != mScript.digest;
-        return DraftStateWord(mDrafts.Tell(number, zonstoryparser::ReadCarriedScene(xmp), isOfAnotherDraft).state);
+        return DraftStateWord(mDrafts.Find(number, zonstoryparser::ReadCarriedScene(xmp), isOfAnotherDraft).state);
     }
 
 private:
@@ -74,7 +74,7 @@ private:
 
     const ScriptReference mScript;
     const std::optional<Story> mOld;
-    ClipDrafts mDrafts;
+    DraftFinder mDrafts;
 };
 
 // Adds a record for each clip that can be read.
@@ -88,7 +88,7 @@ bool ReadRecords(const CoverageOptions& options, const SceneNumbers& story, Draf
                 throw ClipError(clip.refusal);
             }
             ClipContents contents = ReadClip(clip.path, options.clip);
-            const CarriedScene carried = CarriedIn(contents.xmp);
+            const CarriedNumbers carried = CarriedNumbersIn(contents.xmp);
             records.push_back({path, carried.scene, carried.take, drafts.StateOf(carried.scene, contents.xmp)});
         } catch (const std::exception& error) {
             output.Error(path + ": " + error.what());
@@ -101,12 +101,12 @@ bool ReadRecords(const CoverageOptions& options, const SceneNumbers& story, Draf
 
 struct Others {
     const char* title; ///< In text.
-    std::vector<std::size_t> Coverage::*clips;
+    std::vector<std::size_t> SceneCoverage::*clips;
 };
 
-constexpr Others kOthers[] = {{"carries a scene that the story does not have", &Coverage::unknown},
-                              {"carries a number that several scenes have", &Coverage::ambiguous},
-                              {"carries no scene", &Coverage::withoutScene}};
+constexpr Others kOthers[] = {{"carries a scene that the story does not have", &SceneCoverage::unknown},
+                              {"carries a number that several scenes have", &SceneCoverage::ambiguous},
+                              {"carries no scene", &SceneCoverage::withoutScene}};
 
 std::string ClipAndTake(const CoverageRecord& record) {
     std::string facts = record.take.empty() ? "" : "take " + record.take;
@@ -116,7 +116,7 @@ std::string ClipAndTake(const CoverageRecord& record) {
     return facts.empty() ? record.clip : fmt::format("{} ({})", record.clip, facts);
 }
 
-std::string AsText(const Coverage& coverage, const Records& records, const SceneNumbers& story) {
+std::string AsText(const SceneCoverage& coverage, const Records& records, const SceneNumbers& story) {
     Table table({{"scene", "scene"}, {"clips", "clips", Align::Right}, {"names", "shown by"}});
     for (std::size_t scene = 0; scene < coverage.scenes.size(); ++scene) {
         const std::vector<std::size_t>& clips = coverage.scenes[scene].clips;
@@ -167,7 +167,7 @@ Records Chosen(const Records& records, const std::vector<std::size_t>& clips) {
     return chosen;
 }
 
-CoverageDocument DocumentOf(const Coverage& coverage, const Records& records, const SceneNumbers& story) {
+CoverageDocument DocumentOf(const SceneCoverage& coverage, const Records& records, const SceneNumbers& story) {
     CoverageDocument document;
     for (std::size_t scene = 0; scene < coverage.scenes.size(); ++scene) {
         document.scenes.push_back({scene + 1, story.Number(scene), Chosen(records, coverage.scenes[scene].clips)});
@@ -239,7 +239,7 @@ const Fields<CoverageRow>& FieldsOf<CoverageRow>() {
 
 namespace {
 
-std::string AsFormat(Format format, const Coverage& coverage, const Records& records, const SceneNumbers& story) {
+std::string AsFormat(Format format, const SceneCoverage& coverage, const Records& records, const SceneNumbers& story) {
     return InFormat(
         format, [&] { return AsText(coverage, records, story); },
         [&] { return DocumentText("coverage", DocumentOf(coverage, records, story)); },
@@ -255,7 +255,7 @@ int RunCoverage(const CoverageOptions& options, Output& output) {
     Drafts drafts(story, options);
     Records records;
     const bool allRead = ReadRecords(options, numbers, drafts, records, output);
-    const Coverage coverage = FindCoverage(records, numbers);
+    const SceneCoverage coverage = FindSceneCoverage(records, numbers);
     output.Result(AsFormat(options.format, coverage, records, numbers));
     output.Note(fmt::format("{} of {} scenes shown", numbers.size() - coverage.uncovered.size(), numbers.size()));
     const bool allMatched = coverage.unknown.empty() && coverage.ambiguous.empty();

@@ -9,8 +9,8 @@
 #include <zonstoryparser/SceneContent.h>
 #include <zonstoryparser/StoryComparison.h>
 
-#include "commands/ClipDrafts.h"
 #include "commands/ClipSelection.h"
+#include "commands/DraftFinder.h"
 #include "commands/Toolkit.h"
 #include "commands/UsageError.h"
 #include "output/ExitCode.h"
@@ -472,7 +472,7 @@ std::string NamesOfOutdated(const Diff& diff) {
 
 // Adds a row for each clip that can be read.
 bool ReadClips(const DiffOptions& options, Diff& diff, Output& output) {
-    ClipDrafts drafts(diff.before.root.get(), *diff.after.root, diff.comparison);
+    DraftFinder drafts(diff.before.root.get(), *diff.after.root, diff.comparison);
     bool allRead = true;
     for (const SelectedClip& clip : SelectClips(options.clips, options.recursive)) {
         const std::string name = clip.path.string();
@@ -483,7 +483,7 @@ bool ReadClips(const DiffOptions& options, Diff& diff, Output& output) {
             ClipContents contents = ReadClip(clip.path, options.clip);
             std::string number;
             zonstoryparser::GetSceneNumberFromXMP(contents.xmp, nullptr, &number);
-            diff.clips.push_back({name, drafts.Tell(number, zonstoryparser::ReadCarriedScene(contents.xmp))});
+            diff.clips.push_back({name, drafts.Find(number, zonstoryparser::ReadCarriedScene(contents.xmp))});
         } catch (const std::exception& error) {
             output.Error(name + ": " + error.what());
             allRead = false;

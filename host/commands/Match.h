@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "clip/Clip.h"
-#include "commands/ClipMatching.h"
+#include "commands/SceneMatching.h"
 #include "output/Format.h"
 #include "output/Json.h"
 #include "output/Output.h"

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "commands/ClipBatch.h"
-#include "commands/ClipMatching.h"
+#include "commands/SceneMatching.h"
 #include "output/Output.h"
 #include "story/StoryReader.h"
 

@@ -31,16 +31,16 @@ struct DraftAnswer {
 /// Tells clips of one draft from those of another, by the text that writing either would give: a clip that `write` would
 /// leave alone is current. For one thread; the texts of a scene are made when a clip first asks for them.
 /// @pre The toolkit is initialized while one lives.
-class ClipDrafts {
+class DraftFinder {
 public:
     /// @param oldDraft  Null where it is not known.
-    ClipDrafts(const zonstoryparser::Talewright* oldDraft, const zonstoryparser::Talewright& newDraft,
-               const zonstoryparser::StoryComparison& comparison);
+    DraftFinder(const zonstoryparser::Talewright* oldDraft, const zonstoryparser::Talewright& newDraft,
+                const zonstoryparser::StoryComparison& comparison);
 
     /// @param number           What the clip carries as its scene's number.
     /// @param isOfAnotherDraft Whether the clip names another script than the new draft: a text that differs is then an
     ///                         old one, also where the old draft is not known.
-    DraftAnswer Tell(const std::string& number, const zonstoryparser::CarriedScene& carried,
+    DraftAnswer Find(const std::string& number, const zonstoryparser::CarriedScene& carried,
                      bool isOfAnotherDraft = false);
 
 private:

@@ -7,14 +7,14 @@
 namespace zonstory {
 
 /// A path that cannot be searched, and why, in one line without its name.
-struct ClipListError {
+struct UnsearchedPath {
     std::filesystem::path path;
     std::string reason;
 };
 
-struct ClipList {
+struct FoundClips {
     std::vector<std::filesystem::path> clips; ///< Each file once, under the first name by which it was found.
-    std::vector<ClipListError> errors;
+    std::vector<UnsearchedPath> errors;
 };
 
 /// Whether a file's name says that it is picture or sound.
@@ -25,6 +25,6 @@ bool IsMediaName(const std::filesystem::path& file);
 /// numbered frames of one sequence the first is the clip. A sidecar that is named beside its clip, as by
 /// a shell's "*", is part of that clip and passed over; one without its clip stays, to be refused when its turn comes.
 /// @param recursive  Folders within folders too; one that is reached twice, as by a link, is searched once.
-ClipList FindClips(const std::vector<std::filesystem::path>& paths, bool recursive);
+FoundClips FindClips(const std::vector<std::filesystem::path>& paths, bool recursive);
 
 } // namespace zonstory

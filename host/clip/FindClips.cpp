@@ -1,4 +1,4 @@
-#include "clip/ClipList.h"
+#include "clip/FindClips.h"
 
 #include <algorithm>
 #include <array>
@@ -53,7 +53,7 @@ public:
         }
     }
 
-    ClipList Take() {
+    FoundClips Take() {
         PassOverSidecars();
         return std::move(mList);
     }
@@ -139,7 +139,7 @@ private:
     }
 
     bool mRecursive;
-    ClipList mList;
+    FoundClips mList;
     std::unordered_set<FileKey, FileKeyHash> mFiles;
     std::unordered_set<FileKey, FileKeyHash> mFolders;
     std::unordered_set<std::string> mSequences;
@@ -156,7 +156,7 @@ bool IsMediaName(const fs::path& file) {
     return std::binary_search(kMediaExtensions.begin(), kMediaExtensions.end(), LowerCase(std::move(extension)));
 }
 
-ClipList FindClips(const std::vector<fs::path>& paths, bool recursive) {
+FoundClips FindClips(const std::vector<fs::path>& paths, bool recursive) {
     Search search(recursive);
     for (const fs::path& path : paths) {
         search.AddNamed(path);

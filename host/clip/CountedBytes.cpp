@@ -1,4 +1,4 @@
-#include "clip/ClipProgress.h"
+#include "clip/CountedBytes.h"
 
 #include <algorithm>
 #include <atomic>

@@ -1,4 +1,4 @@
-#include "commands/ClipEvidence.h"
+#include "commands/SceneEvidence.h"
 
 #include <utility>
 
@@ -34,15 +34,16 @@ std::optional<IXml> ReadIXml(const fs::path& clip) try {
     return std::nullopt;
 }
 
-void AddField(ClipEvidence& evidence, Source source, const std::string& scene, const std::string& take) {
+void AddField(SceneEvidence& evidence, Source source, const std::string& scene, const std::string& take) {
     if (!scene.empty()) {
         evidence.statements.push_back(StateField(source, scene, take));
     }
 }
 
-void AddXmp(ClipEvidence& evidence, const fs::path& clip, const ClipOptions& options) {
+void AddXmp(SceneEvidence& evidence, const fs::path& clip, const ClipOptions& options) {
     try {
-        const CarriedScene carried = ReadCarriedScene(clip, options);
+        ClipContents contents = ReadClip(clip, options);
+        const CarriedNumbers carried = CarriedNumbersIn(contents.xmp);
         AddField(evidence, Source::Xmp, carried.scene, carried.take);
     } catch (const FileError& error) {
         evidence.problem = error.what();
@@ -53,8 +54,8 @@ void AddXmp(ClipEvidence& evidence, const fs::path& clip, const ClipOptions& opt
 
 } // namespace
 
-ClipEvidence GatherEvidence(const fs::path& clip, const ClipOptions& options) {
-    ClipEvidence evidence;
+SceneEvidence GatherEvidence(const fs::path& clip, const ClipOptions& options) {
+    SceneEvidence evidence;
     if (const auto ixml = IsSoundFile(clip) ? ReadIXml(clip) : std::nullopt) {
         AddField(evidence, Source::IXml, ixml->scene, ixml->take);
     }
@@ -62,16 +63,11 @@ ClipEvidence GatherEvidence(const fs::path& clip, const ClipOptions& options) {
     return evidence;
 }
 
-CarriedScene CarriedIn(SXMPMeta& xmp) {
-    CarriedScene carried;
+CarriedNumbers CarriedNumbersIn(SXMPMeta& xmp) {
+    CarriedNumbers carried;
     zonstoryparser::GetSceneNumberFromXMP(xmp, nullptr, &carried.scene);
     xmp.GetProperty(zonmetadata::kDynamicMediaNamespaceURI, "takeNumber", &carried.take, nullptr);
     return carried;
-}
-
-CarriedScene ReadCarriedScene(const fs::path& clip, const ClipOptions& options) {
-    ClipContents contents = ReadClip(clip, options);
-    return CarriedIn(contents.xmp);
 }
 
 } // namespace zonstory

@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "clip/ClipList.h"
+#include "clip/FindClips.h"
 #include "support/TemporaryFolder.h"
 
 namespace {
@@ -29,7 +29,7 @@ protected:
 
     std::vector<std::string> Found(const std::vector<fs::path>& paths, bool recursive) {
         std::vector<std::string> names;
-        zonstory::ClipList list = zonstory::FindClips(paths, recursive);
+        zonstory::FoundClips list = zonstory::FindClips(paths, recursive);
         for (const fs::path& clip : list.clips) {
             names.push_back(clip.lexically_relative(mFolder.Path()));
         }
@@ -38,7 +38,7 @@ protected:
     }
 
     support::TemporaryFolder mFolder;
-    std::vector<zonstory::ClipListError> mErrors;
+    std::vector<zonstory::UnsearchedPath> mErrors;
 };
 
 TEST_F(ClipListing, FolderStandsForItsMediaFilesOnceAndOutOfLoops) {

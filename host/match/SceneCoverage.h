@@ -18,7 +18,7 @@ struct CoverageRecord {
 };
 
 /// Which scenes of a story the clips show. Numbers name records by their place in the input.
-struct Coverage {
+struct SceneCoverage {
     struct Scene {
         std::vector<std::size_t> clips; ///< Ordered by take, then as given.
     };
@@ -33,6 +33,6 @@ struct Coverage {
 /// A clip's number counts exactly as the story has it, or without set-up letters, as in a log.
 ///
 /// A number that the program itself has written for a scene without one ("007", its place) finds that scene.
-Coverage FindCoverage(const std::vector<CoverageRecord>& records, const SceneNumbers& story);
+SceneCoverage FindSceneCoverage(const std::vector<CoverageRecord>& records, const SceneNumbers& story);
 
 } // namespace zonstory

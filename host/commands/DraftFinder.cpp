@@ -1,4 +1,4 @@
-#include "commands/ClipDrafts.h"
+#include "commands/DraftFinder.h"
 
 namespace zonstory {
 
@@ -21,7 +21,7 @@ const char* DraftStateWord(DraftState state) {
     return "unknown";
 }
 
-ClipDrafts::Draft::Draft(const zonstoryparser::Talewright& story)
+DraftFinder::Draft::Draft(const zonstoryparser::Talewright& story)
     : scenes(SceneSelection(story).All()), texts(scenes.size()) {
     for (std::size_t index = 0; index < scenes.size(); ++index) {
         numbers.push_back(zoncore::UTF16to8(NumberToWrite(scenes[index])));
@@ -29,14 +29,14 @@ ClipDrafts::Draft::Draft(const zonstoryparser::Talewright& story)
     }
 }
 
-const CarriedScene& ClipDrafts::Draft::TextOf(std::size_t index) {
+const CarriedScene& DraftFinder::Draft::TextOf(std::size_t index) {
     if (!texts[index]) {
         texts[index] = zonstoryparser::SceneToCarry(scenes[index].scene);
     }
     return *texts[index];
 }
 
-std::optional<std::size_t> ClipDrafts::Draft::Find(const std::string& number, const CarriedScene& carried) {
+std::optional<std::size_t> DraftFinder::Draft::Find(const std::string& number, const CarriedScene& carried) {
     const auto found = byNumber.find(number);
     if (found != byNumber.end()) {
         for (const std::size_t index : found->second) {
@@ -48,8 +48,8 @@ std::optional<std::size_t> ClipDrafts::Draft::Find(const std::string& number, co
     return std::nullopt;
 }
 
-ClipDrafts::ClipDrafts(const zonstoryparser::Talewright* oldDraft, const zonstoryparser::Talewright& newDraft,
-                       const zonstoryparser::StoryComparison& comparison)
+DraftFinder::DraftFinder(const zonstoryparser::Talewright* oldDraft, const zonstoryparser::Talewright& newDraft,
+                         const zonstoryparser::StoryComparison& comparison)
     : mNew(newDraft) {
     if (oldDraft != nullptr) {
         mOld.emplace(*oldDraft);
@@ -61,7 +61,7 @@ ClipDrafts::ClipDrafts(const zonstoryparser::Talewright* oldDraft, const zonstor
     }
 }
 
-DraftAnswer ClipDrafts::Tell(const std::string& number, const CarriedScene& carried, bool isOfAnotherDraft) {
+DraftAnswer DraftFinder::Find(const std::string& number, const CarriedScene& carried, bool isOfAnotherDraft) {
     if (carried.IsEmpty()) {
         return {DraftState::None, std::nullopt, number};
     }
@@ -79,7 +79,7 @@ DraftAnswer ClipDrafts::Tell(const std::string& number, const CarriedScene& carr
                : Answer(!mOld && isOfAnotherDraft ? DraftState::Outdated : DraftState::Other, found->second.front());
 }
 
-DraftAnswer ClipDrafts::Answer(DraftState state, std::size_t newIndex) const {
+DraftAnswer DraftFinder::Answer(DraftState state, std::size_t newIndex) const {
     return {state, newIndex + 1, mNew.numbers[newIndex]};
 }
 

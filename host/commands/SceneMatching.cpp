@@ -1,4 +1,4 @@
-#include "commands/ClipMatching.h"
+#include "commands/SceneMatching.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -8,8 +8,8 @@
 
 #include <fmt/format.h>
 
-#include "commands/ClipEvidence.h"
 #include "commands/InOrder.h"
+#include "commands/SceneEvidence.h"
 #include "files/ReadFile.h"
 #include "match/ClipLog.h"
 #include "match/LogIndex.h"
@@ -63,8 +63,8 @@ void WarnOfLogs(const LogIndex& index, Output& output) {
 }
 
 // On any thread.
-ClipEvidence Gather(const SelectedClip& clip, const ClipOptions& options) {
-    ClipEvidence evidence;
+SceneEvidence Gather(const SelectedClip& clip, const ClipOptions& options) {
+    SceneEvidence evidence;
     try {
         if (clip.refusal.empty()) {
             evidence = GatherEvidence(clip.path, options);
@@ -82,7 +82,7 @@ std::vector<Statements> GatherFields(const std::vector<SelectedClip>& clips, con
                                      const ClipOptions& options, Output& output) {
     std::vector<Statements> fields(clips.size());
     const auto gather = [&](std::size_t at) { return Gather(clips[at], options); };
-    const auto add = [&](std::size_t at, ClipEvidence evidence) {
+    const auto add = [&](std::size_t at, SceneEvidence evidence) {
         if (!evidence.problem.empty()) {
             output.Warning(clips[at].path.string() + ": " + evidence.problem);
         }
@@ -90,7 +90,7 @@ std::vector<Statements> GatherFields(const std::vector<SelectedClip>& clips, con
         std::move(evidence.statements.begin(), evidence.statements.end(), std::back_inserter(fields[at]));
         output.Progress(fmt::format("{} of {} clips", at + 1, clips.size()));
     };
-    ComputeInOrder<ClipEvidence>(clips.size(), std::thread::hardware_concurrency(), gather, add);
+    ComputeInOrder<SceneEvidence>(clips.size(), std::thread::hardware_concurrency(), gather, add);
     output.EndProgress();
     return fields;
 }

@@ -1,4 +1,4 @@
-#include "match/Coverage.h"
+#include "match/SceneCoverage.h"
 
 #include <algorithm>
 #include <charconv>
@@ -25,8 +25,8 @@ void Sort(std::vector<std::size_t>& clips, const std::vector<CoverageRecord>& re
 
 } // namespace
 
-Coverage FindCoverage(const std::vector<CoverageRecord>& records, const SceneNumbers& story) {
-    Coverage coverage;
+SceneCoverage FindSceneCoverage(const std::vector<CoverageRecord>& records, const SceneNumbers& story) {
+    SceneCoverage coverage;
     coverage.scenes.resize(story.size());
     for (std::size_t clip = 0; clip < records.size(); ++clip) {
         if (records[clip].scene.empty()) {
