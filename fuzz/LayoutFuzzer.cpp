@@ -5,7 +5,7 @@
 #include <string>
 
 #include "Require.h"
-#include "support/LayoutInvariants.h"
+#include "host/clip/LayoutInvariants.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     try {

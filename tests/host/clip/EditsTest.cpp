@@ -7,7 +7,7 @@
 #include "clip/CopyFile.h"
 #include "clip/EditPlaces.h"
 #include "clip/SameBytes.h"
-#include "support/Edits.h"
+#include "host/clip/Edits.h"
 #include "support/TemporaryFolder.h"
 
 #include <rapidcheck/gtest.h> // wants GoogleTest in front

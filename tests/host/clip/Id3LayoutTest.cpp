@@ -5,7 +5,7 @@
 
 #include <gmock/gmock.h>
 
-#include "support/LayoutInvariants.h"
+#include "host/clip/LayoutInvariants.h"
 
 #include <rapidcheck/gtest.h> // wants GoogleTest in front
 

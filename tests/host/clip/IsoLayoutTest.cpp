@@ -8,8 +8,8 @@
 
 #include <gmock/gmock.h>
 
+#include "host/clip/LayoutInvariants.h"
 #include "host/clip/MadeChunks.h"
-#include "support/LayoutInvariants.h"
 
 #include <rapidcheck/gtest.h> // wants GoogleTest in front
 

@@ -1,7 +1,7 @@
 #include "clip/Sidecar.h"
-#include "MadeChunks.h"
 #include "Source.h"
 #include "clip/SidecarConflicts.h"
+#include "host/clip/MadeChunks.h"
 
 namespace {
 

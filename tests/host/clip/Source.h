@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "clip/Clip.h"
-#include "support/ClipSamples.h"
+#include "host/clip/ClipSamples.h"
 
 /// The one property by which the tests change clips.
 namespace support {

@@ -5,7 +5,7 @@
 
 #include "Source.h"
 #include "clip/packet/MetadataContent.h"
-#include "support/Edits.h"
+#include "host/clip/Edits.h"
 #include "support/RunProgram.h"
 
 namespace {

@@ -6,7 +6,7 @@
 
 #include "SampleStory.h"
 #include "Zonstory.h"
-#include "support/ClipSamples.h"
+#include "host/clip/ClipSamples.h"
 
 namespace {
 

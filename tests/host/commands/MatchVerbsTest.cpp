@@ -4,8 +4,8 @@
 #include <nlohmann/json.hpp>
 
 #include "Zonstory.h"
+#include "host/clip/ClipSamples.h"
 #include "host/clip/MadeChunks.h"
-#include "support/ClipSamples.h"
 
 // Which clip shows which scene: found, written, fed back, counted.
 namespace {

@@ -3,7 +3,7 @@
 
 #include <gmock/gmock.h>
 
-#include "support/ClipSamples.h"
+#include "host/clip/ClipSamples.h"
 #include "support/RunProgram.h"
 #include "support/TemporaryFolder.h"
 

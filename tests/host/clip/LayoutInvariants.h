@@ -9,7 +9,7 @@
 #include <unistd.h>
 
 #include "clip/layout/ContainerLayout.h"
-#include "support/Edits.h"
+#include "host/clip/Edits.h"
 
 /// What holds of the edits of any file, whatever it is; shared by tests on made-up files and by the fuzzer.
 namespace support {

@@ -1,4 +1,4 @@
-#include "support/ClipSamples.h"
+#include "host/clip/ClipSamples.h"
 
 #include <algorithm>
 #include <ostream>
