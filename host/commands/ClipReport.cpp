@@ -1,5 +1,6 @@
 #include "commands/ClipReport.h"
 
+#include "commands/TargetWord.h"
 #include "files/AtomicFile.h"
 #include "output/Record.h"
 
@@ -22,17 +23,14 @@ struct ReportDocument {
     std::vector<ReportRow> clips;
 };
 
-const char* TargetWord(const ClipRecord& record) {
-    if (record.file.empty()) {
-        return "";
-    }
-    return record.target == Target::Inside ? "inside" : "sidecar";
+const char* TargetOf(const ClipRecord& record) {
+    return record.file.empty() ? "" : TargetWord(record.target);
 }
 
 ReportDocument DocumentOf(const std::vector<ClipRecord>& records, const BatchWords& words) {
     ReportDocument document;
     for (const ClipRecord& record : records) {
-        document.clips.push_back({record.clip.string(), record.scene, TargetWord(record), record.file.string(),
+        document.clips.push_back({record.clip.string(), record.scene, TargetOf(record), record.file.string(),
                                   ResultWord(record.result, words), record.reason, record.notes, record.changedPaths});
     }
     return document;

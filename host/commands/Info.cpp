@@ -7,6 +7,7 @@
 
 #include "commands/SceneFields.h"
 #include "output/ExitCode.h"
+#include "output/Labelled.h"
 #include "output/SafeText.h"
 #include "story/SceneFacts.h"
 #include "story/StreamFacts.h"
@@ -147,16 +148,12 @@ const Fields<StoryFacts>& FieldsOf<StoryFacts>() {
 
 namespace {
 
-std::string Labelled(const char* label, const std::string& value) {
-    return value.empty() ? "" : fmt::format("{:<14}{}\n", label, value);
-}
-
 std::string AsText(const StoryFacts& facts) {
     std::string text = SafeLines(VersionReport(facts));
     text += text.empty() ? "The story has no document.\n" : "\n";
     text += Labelled("format", FormatWord(facts.format));
-    text += Labelled("type", SafeLine(facts.documentType));
-    text += Labelled("template", SafeLine(facts.templateName));
+    text += Labelled("type", facts.documentType);
+    text += Labelled("template", facts.templateName);
     text += Labelled("scenes", std::to_string(facts.scenes.size()));
     text += Labelled("characters", std::to_string(facts.characters));
     text += Labelled("tags", std::to_string(facts.tags.size()));

@@ -2,12 +2,12 @@
 
 #include <optional>
 
-#include <fmt/format.h>
-
 #include "commands/ClipScene.h"
 #include "commands/ClipSelection.h"
+#include "commands/TargetWord.h"
 #include "commands/Toolkit.h"
 #include "output/ExitCode.h"
+#include "output/Labelled.h"
 #include "output/Record.h"
 #include "output/SafeText.h"
 
@@ -49,12 +49,12 @@ std::vector<std::string> Speeches(const ClipScene& scene) {
     return speeches;
 }
 
-const char* TargetWord(const ClipScene& scene) {
-    return scene.target == Target::Inside ? "inside" : "sidecar";
+const char* TargetOf(const ClipScene& scene) {
+    return TargetWord(scene.target);
 }
 
-std::string Labelled(const char* label, const std::string& value) {
-    return value.empty() ? "" : fmt::format("  {:<13}{}\n", label, SafeLine(value));
+std::string Indented(const char* label, const std::string& value) {
+    return Labelled(label, value, 2);
 }
 
 // "12 s" for the scale of whole seconds, else "480 x 1/24 s".
@@ -67,16 +67,16 @@ std::string DurationText(const ClipScene& scene) {
 }
 
 std::string AsText(const ClipScene& scene) {
-    std::string fields = Labelled("scene", scene.scene) + Labelled("setting", scene.setting) +
-                         Labelled("location", scene.location) + Labelled("time of day", scene.timeOfDay) +
-                         Labelled("shot name", scene.shotName) + Labelled("shot number", scene.shotNumber) +
-                         Labelled("duration", DurationText(scene)) + Labelled("action", scene.action);
+    std::string fields = Indented("scene", scene.scene) + Indented("setting", scene.setting) +
+                         Indented("location", scene.location) + Indented("time of day", scene.timeOfDay) +
+                         Indented("shot name", scene.shotName) + Indented("shot number", scene.shotNumber) +
+                         Indented("duration", DurationText(scene)) + Indented("action", scene.action);
     const char* label = "dialogue";
     for (const std::string& speech : Speeches(scene)) {
-        fields += Labelled(label, speech);
+        fields += Indented(label, speech);
         label = "";
     }
-    fields += Labelled("script", ScriptText(scene));
+    fields += Indented("script", ScriptText(scene));
     const std::string source =
         scene.target == Target::Sidecar ? ", sidecar " + std::filesystem::path(scene.file).filename().string() : "";
     return SafeLine(scene.clip + source) + '\n' + (fields.empty() ? "  no script data\n" : fields);
@@ -117,7 +117,7 @@ template <>
 const Fields<ClipScene>& FieldsOf<ClipScene>() {
     static const Fields<ClipScene> fields = {
         {"clip", nullptr, &ClipScene::clip},
-        {"target", nullptr, TargetWord},
+        {"target", nullptr, TargetOf},
         {"file", nullptr, &ClipScene::file},
         {"scene", nullptr, &ClipScene::scene},
         {"setting", nullptr, &ClipScene::setting},
