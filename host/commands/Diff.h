@@ -5,7 +5,6 @@
 
 #include "clip/Clip.h"
 #include "output/Format.h"
-#include "output/Json.h"
 #include "output/Output.h"
 #include "story/StoryReader.h"
 
@@ -28,8 +27,5 @@ struct DiffOptions {
 /// @return An ExitCode.
 /// @throws zonscreenplay::ReadError
 int RunDiff(const DiffOptions& options, Output& output);
-
-/// The JSON Schema of its document.
-Json DiffSchema();
 
 } // namespace zonstory

@@ -6,7 +6,7 @@
 #include "commands/Check.h"
 #include "commands/ClipReport.h"
 #include "commands/Coverage.h"
-#include "commands/Diff.h"
+#include "commands/DiffRecords.h"
 #include "commands/Info.h"
 #include "commands/Match.h"
 #include "commands/Scenes.h"
