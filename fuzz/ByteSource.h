@@ -2,25 +2,26 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace fuzz {
 
 /// Takes the fuzzer's bytes apart into choices, front to back; when none are left, every choice is the first.
 class ByteSource {
 public:
-    ByteSource(const std::uint8_t* data, std::size_t size) : mData(data), mSize(size) {}
+    explicit ByteSource(std::string_view bytes) : mBytes(bytes) {}
 
-    bool IsEmpty() const { return mSize == 0; }
+    bool IsEmpty() const { return mBytes.empty(); }
 
     /// A number below `bound`, which is at most 256.
     std::size_t Below(std::size_t bound) {
-        if (mSize == 0) {
+        if (IsEmpty()) {
             return 0;
         }
-        --mSize;
-        return *mData++ % bound;
+        const auto byte = static_cast<unsigned char>(mBytes.front());
+        mBytes.remove_prefix(1);
+        return byte % bound;
     }
 
     template <typename Item, std::size_t Count>
@@ -30,7 +31,7 @@ public:
 
     /// Up to `limit` UTF-16 code units, of any value.
     std::u16string Units(std::size_t limit) {
-        std::u16string units(std::min(Below(limit + 1), mSize / 2), u'\0');
+        std::u16string units(std::min(Below(limit + 1), mBytes.size() / 2), u'\0');
         for (char16_t& unit : units) {
             const std::size_t high = Below(256);
             unit = static_cast<char16_t>(high << 8 | Below(256));
@@ -39,8 +40,7 @@ public:
     }
 
 private:
-    const std::uint8_t* mData;
-    std::size_t mSize;
+    std::string_view mBytes;
 };
 
 } // namespace fuzz

@@ -2,11 +2,10 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstdint>
 #include <string>
 #include <string_view>
 
-#include "Require.h"
+#include "Target.h"
 #include "screenplay/Compact.h"
 
 namespace {
@@ -64,23 +63,21 @@ void RequireNothingLost(std::string_view text, const Screenplay& screenplay) {
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::string_view text(reinterpret_cast<const char*>(data), size);
+void fuzz::TryInput(std::string_view text) {
     Screenplay screenplay;
     try {
         screenplay = Read(text);
     } catch (const zonscreenplay::ReadError&) {
-        return 0;
+        return;
     }
     RequireNothingLost(text, screenplay);
     const bool hasControls = std::any_of(text.begin(), text.end(), [](char byte) {
         return byte >= 0 && byte < ' ' && byte != '\t' && byte != '\n' && byte != '\r';
     });
     if (hasControls) { // which neither form of a text file is for; a mark in front of one is not forced
-        return 0;
+        return;
     }
     const Screenplay again = Read(WriteFountain(screenplay));
     REQUIRE(support::Compact(again) == support::Compact(screenplay));
     REQUIRE(again.dualDialogue.size() == screenplay.dualDialogue.size());
-    return 0;
 }

@@ -1,14 +1,13 @@
 // Raw events straight into the handler: any order, any nesting, lone surrogates, zero units, several documents; then
 // every reader of the model over what was built, also after an error.
 #include <cstddef>
-#include <cstdint>
 #include <string>
 
 #include <zonstoryparser/StoryParser.h>
 
 #include "ByteSource.h"
 #include "SceneInvariants.h"
-#include "Toolkit.h"
+#include "Target.h"
 
 namespace {
 
@@ -68,9 +67,8 @@ void OpenAScene(zonstoryparser::StoryParser& parser) {
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-    fuzz::StartToolkit();
-    fuzz::ByteSource data(bytes, size);
+void fuzz::TryInput(std::string_view bytes) {
+    ByteSource data(bytes);
     zonstoryparser::StoryParser parser;
     if (data.Below(2) == 0) {
         OpenAScene(parser);
@@ -78,6 +76,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     while (!data.IsEmpty()) {
         Deliver(data, parser);
     }
-    fuzz::CheckStory(parser.GetStory());
-    return 0;
+    CheckStory(parser.GetStory());
 }

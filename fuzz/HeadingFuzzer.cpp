@@ -1,12 +1,10 @@
 // Headings, and durations, as UTF-16.
-#include <cstddef>
-#include <cstdint>
 #include <cstring>
 #include <string>
 
 #include <zonstoryparser/Story.h>
 
-#include "Toolkit.h"
+#include "Target.h"
 
 namespace {
 
@@ -41,11 +39,9 @@ void CheckDuration(const UString& text) {
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-    fuzz::StartToolkit();
-    UString text(size / 2, u'\0');
-    std::memcpy(text.data(), bytes, text.size() * 2);
+void fuzz::TryInput(std::string_view bytes) {
+    UString text(bytes.size() / 2, u'\0');
+    std::memcpy(text.data(), bytes.data(), text.size() * 2);
     CheckHeading(text);
     CheckDuration(text);
-    return 0;
 }

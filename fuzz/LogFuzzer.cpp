@@ -1,11 +1,10 @@
 // Arbitrary bytes as a log of clips: its encoding, its rows, and what they say of a few clips.
 #include <cstddef>
-#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "Require.h"
+#include "Target.h"
 #include "TextInvariants.h"
 #include "match/ClipLog.h"
 #include "match/LogIndex.h"
@@ -55,18 +54,16 @@ void CheckIndex(const std::vector<ClipLog>& logs, SlateStyle style, std::size_t 
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+void fuzz::TryInput(std::string_view bytes) {
     const std::string text = ForeignToUTF8(bytes);
-    REQUIRE(fuzz::IsUTF8(text));
-    const std::size_t lines = fuzz::CountLines(text);
+    REQUIRE(IsUTF8(text));
+    const std::size_t lines = CountLines(text);
     try {
         const std::vector<ClipLog> logs = {ReadClipLog(bytes, kName)};
         CheckRows(logs.front(), lines);
         CheckIndex(logs, SlateStyle::Scene, lines);
         CheckIndex(logs, SlateStyle::Continuous, lines);
     } catch (const CsvError& error) {
-        fuzz::RequireErrorInFile(error.what(), kName, lines);
+        RequireErrorInFile(error.what(), kName, lines);
     }
-    return 0;
 }

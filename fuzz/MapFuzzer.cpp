@@ -1,14 +1,13 @@
 // Arbitrary bytes as a map of clips and scenes: the CSV reader first, then the map over a fixed story.
 #include <algorithm>
 #include <cstddef>
-#include <cstdint>
 #include <string>
 #include <vector>
 
-#include "MemoryFile.h"
-#include "Require.h"
+#include "Target.h"
 #include "TextInvariants.h"
 #include "commands/SceneMap.h"
+#include "host/files/MemoryFile.h"
 #include "output/Csv.h"
 #include "output/CsvReader.h"
 #include "story/StoryReader.h"
@@ -75,11 +74,10 @@ void CheckProblems(const std::string& problems, const std::string& name, const C
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static fuzz::MemoryFile file;
+void fuzz::TryInput(std::string_view bytes) {
+    static support::MemoryFile file;
     static const SceneSelection scenes(*TheStory().root);
-    const std::string bytes(reinterpret_cast<const char*>(data), size);
-    const std::size_t lines = fuzz::CountLines(bytes);
+    const std::size_t lines = CountLines(bytes);
     file.Fill(bytes);
     CsvContents contents;
     std::string refusal;
@@ -93,11 +91,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         CheckMap(ReadSceneMap(file.Path(), scenes), contents, scenes);
         REQUIRE(refusal.empty());
     } catch (const CsvError& error) {
-        fuzz::RequireErrorInFile(error.what(), file.Path(), lines);
+        RequireErrorInFile(error.what(), file.Path(), lines);
         REQUIRE(refusal.empty() || refusal == error.what());
     } catch (const SceneSelectionError& error) {
         REQUIRE(refusal.empty());
         CheckProblems(error.what(), file.Path(), contents);
     }
-    return 0;
 }

@@ -181,6 +181,7 @@ void CheckClear(SXMPMeta& xmp) {
         REQUIRE(ClearSceneMetadataFromXMP(xmp, changed).empty());
         REQUIRE(ValuesOf(xmp) == expected);
         RequirePaths(changed, true, count, 0); // the array goes without being named
+        REQUIRE(!xmp.DoesPropertyExist(zonmetadata::kScriptNamespaceURI, kArray));
         REQUIRE(!HasAnyStoryRelatedMetadata(xmp));
     }
 }

@@ -2,16 +2,14 @@
 // log, the sound file and the metadata say, a line each; further lines are numbers of the story beside the fixed ones.
 #include <algorithm>
 #include <cstddef>
-#include <cstdint>
 #include <functional>
 #include <set>
 #include <sstream>
 #include <string>
 #include <string_view>
-#include <tuple>
 #include <vector>
 
-#include "Require.h"
+#include "Target.h"
 #include "TextInvariants.h"
 #include "match/NamePatterns.h"
 #include "match/NameRuns.h"
@@ -56,14 +54,6 @@ bool IsMadeOf(std::string_view scene, const Seen& seen) {
     return runs.size() > 0;
 }
 
-bool AreSame(const std::vector<SlateReading>& left, const std::vector<SlateReading>& right) {
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(), [](const auto& one, const auto& other) {
-        return std::tie(one.scene, one.take, one.rule, one.confidence, one.standing, one.exactOnly, one.place) ==
-               std::tie(other.scene, other.take, other.rule, other.confidence, other.standing, other.exactOnly,
-                        other.place);
-    });
-}
-
 void CheckReadings(const std::vector<SlateReading>& readings, std::string_view text) {
     const Seen seen(text);
     for (const SlateReading& reading : readings) {
@@ -80,9 +70,9 @@ void CheckName(const std::string& name, const SceneNumbers& story) {
     };
     const std::vector<SlateReading> readings = read(name, SlateStyle::Scene);
     CheckReadings(readings, name);
-    REQUIRE(AreSame(readings, read(LowerCase(name), SlateStyle::Scene)));
+    REQUIRE(readings == read(LowerCase(name), SlateStyle::Scene));
     if (!name.empty() && WithoutMediaExtension(name) == name) {
-        REQUIRE(AreSame(readings, read(name + ".mov", SlateStyle::Scene)));
+        REQUIRE(readings == read(name + ".mov", SlateStyle::Scene));
     }
     for (const SlateReading& reading : read(name, SlateStyle::Continuous)) {
         REQUIRE(reading.rule == SlateRule::SceneWord);
@@ -144,8 +134,8 @@ void CheckStory(const SceneNumbers& story) {
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    std::istringstream text(std::string(reinterpret_cast<const char*>(data), size));
+void fuzz::TryInput(std::string_view bytes) {
+    std::istringstream text{std::string(bytes)};
     std::vector<std::string> lines(4);
     for (std::size_t line = 0; line < 4; ++line) {
         std::getline(text, lines[line]);
@@ -163,7 +153,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     constexpr Source kFields[] = {Source::Log, Source::IXml, Source::Xmp};
     for (std::size_t field = 0; field < std::size(kFields); ++field) {
         const std::string& said = lines[field + 1];
-        if (!fuzz::IsUTF8(said)) { // logs, iXML and XMP are decoded before they are read
+        if (!IsUTF8(said)) { // logs, iXML and XMP are decoded before they are read
             continue;
         }
         CheckReadings(ReadSceneField(said), said);
@@ -172,5 +162,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         }
     }
     CheckDecisions(std::move(statements), story);
-    return 0;
 }

@@ -1,15 +1,14 @@
 // Arbitrary bytes as a sound file, and as the chunk in it that notes the scene.
 #include <algorithm>
 #include <cstddef>
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 
-#include "MemoryFile.h"
-#include "Require.h"
+#include "Target.h"
 #include "TextInvariants.h"
 #include "clip/layout/Chunks.h"
+#include "host/files/MemoryFile.h"
 #include "match/IXml.h"
 
 namespace {
@@ -47,16 +46,14 @@ void CheckIXml(std::string_view chunk) {
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::string_view file(reinterpret_cast<const char*>(data), size);
-    static fuzz::MemoryFile memory;
+void fuzz::TryInput(std::string_view file) {
+    static support::MemoryFile memory;
     memory.Fill(file);
     if (const std::optional<std::string> chunk =
-            FindRiffChunk(ByteReader(memory.Descriptor(), size), FourCharacters("iXML"))) {
+            FindRiffChunk(ByteReader(memory.Descriptor(), file.size()), FourCharacters("iXML"))) {
         REQUIRE(file.substr(12).find("iXML") != std::string_view::npos);
         REQUIRE(file.find(*chunk) != std::string_view::npos);
         CheckIXml(*chunk);
     }
     CheckIXml(file);
-    return 0;
 }

@@ -46,6 +46,8 @@ struct SlateReading {
     Standing standing = Standing::Main;
     bool exactOnly = false;  ///< Only a story number that is just so; no letter of it is a set-up.
     std::uint32_t place = 0; ///< Readings of one number in the text share it.
+
+    bool operator==(const SlateReading&) const = default;
 };
 
 /// The scenes that a field for scene numbers may mean, of a log or of metadata. Nothing is a date or a format there.

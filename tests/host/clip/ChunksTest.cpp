@@ -2,11 +2,9 @@
 
 #include <optional>
 
-#include <sys/mman.h>
-#include <unistd.h>
-
 #include "clip/layout/Chunks.h"
 #include "host/clip/MadeChunks.h"
+#include "host/files/MemoryFile.h"
 
 namespace {
 
@@ -16,13 +14,9 @@ using support::Little;
 
 // In a file of `head`, then a hole, then a chunk.
 std::optional<std::string> Find(const std::string& head, std::uint64_t hole = 0, const std::string& tail = {}) {
-    const zonstory::FileDescriptor file(::memfd_create("chunks", MFD_CLOEXEC));
-    const std::uint64_t behind = head.size() + hole;
-    EXPECT_EQ(::pwrite(file.Get(), head.data(), head.size(), 0), static_cast<ssize_t>(head.size()));
-    EXPECT_EQ(::ftruncate(file.Get(), static_cast<off_t>(behind)), 0);
-    EXPECT_EQ(::pwrite(file.Get(), tail.data(), tail.size(), static_cast<off_t>(behind)),
-              static_cast<ssize_t>(tail.size()));
-    const zonstory::ByteReader reader(file, behind + tail.size());
+    support::MemoryFile file(head);
+    file.Put(static_cast<off_t>(head.size() + hole), tail);
+    const zonstory::ByteReader reader(file.Descriptor(), head.size() + hole + tail.size());
     return zonstory::FindRiffChunk(reader, zonstory::FourCharacters("iXML"), 4);
 }
 

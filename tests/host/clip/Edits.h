@@ -19,17 +19,6 @@ inline std::string Applied(std::string_view old, const zonstory::EditList& edits
     return bytes.append(old.substr(done));
 }
 
-/// What makes `old` again out of Applied(old, edits).
-inline zonstory::EditList Inverse(std::string_view old, const zonstory::EditList& edits) {
-    zonstory::EditList inverse;
-    std::uint64_t moved = 0; // modulo 2^64: bytes may become fewer
-    for (const zonstory::Edit& edit : edits) {
-        inverse.push_back({edit.offset + moved, edit.put.size(), std::string(old.substr(edit.offset, edit.taken))});
-        moved += edit.put.size() - edit.taken;
-    }
-    return inverse;
-}
-
 /// Whether the edits are what every list of them is: in ascending order, none touching another, all within `old`, and
 /// each a change.
 inline bool IsWellFormed(std::string_view old, const zonstory::EditList& edits) {
