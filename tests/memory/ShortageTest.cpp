@@ -12,7 +12,7 @@
 namespace {
 
 using namespace zonstoryparser;
-using support::ShortageSweep;
+using support::SweepShortage;
 
 // Long enough that no text fits into a string object itself.
 const UString kText = u"Rain on the planks \U0001F3AC, and on the lamps beside the ferry.";
@@ -43,7 +43,7 @@ TEST(MemoryShortage, ParsingAndDumping) {
     const support::DumpFolder folder;
     const UString textRun = u"textRun";
     const UString metaData = u"metaData";
-    ShortageSweep([] { return std::make_unique<StoryParser>(); },
+    SweepShortage([] { return std::make_unique<StoryParser>(); },
                   [&](auto& parser) {
                       UString report;
                       try {
@@ -69,26 +69,24 @@ TEST(MemoryShortage, ParsingAndDumping) {
                       GetTextRuns(scene.paragraphs.at(0), text);
                       return zoncore::UTF16to8(text) +
                              support::ReadFile(folder / support::NamesIn(folder.Path()).at(0));
-                  })
-        .Run();
+                  });
 }
 
 TEST(MemoryShortage, Packets) {
     const auto scene = LongScene();
-    ShortageSweep([] { return std::vector<ShotXMP>(); },
+    SweepShortage([] { return std::vector<ShotXMP>(); },
                   [&](auto& shots) {
                       shots.clear();
                       return GetSceneXMP(nullptr, scene, 1, shots);
                   },
-                  [](auto& shots) { return shots.at(0).xmpPacket; })
-        .Run();
+                  [](auto& shots) { return shots.at(0).xmpPacket; });
 }
 
 // Also what a clip carried before, a copy of it, and what is read back.
 TEST(MemoryShortage, Clips) {
     const auto scene = LongScene();
     std::vector<zonmetadata::Path> changed;
-    ShortageSweep(
+    SweepShortage(
         [&] {
             SXMPMeta xmp;
             WriteCharacterDialogueToXMP({{u"SOMEBODY OF THE EARLIER SCENE", u"Words that must not stay."}}, xmp);
@@ -104,8 +102,7 @@ TEST(MemoryShortage, Clips) {
             SXMPMeta copy = xmp;
             return ClearSceneMetadataFromXMP(copy, changed).empty() && !HasAnyStoryRelatedMetadata(copy);
         },
-        Packet)
-        .Run();
+        Packet);
 }
 
 } // namespace

@@ -64,20 +64,17 @@ std::vector<std::string> Rows(const StoryComparison& comparison) {
 }
 
 TEST(CompareStories, SaysWhichPartsChangedAndWhoSaysWhatElse) {
-    const auto before = Story({MakeScene({{kSceneHeading, u"INT. HUT - DAY"},
-                                          {kAction, u"Ann waits. It rains."},
-                                          {kCharacter, u"ANN (V.O.)"},
-                                          {kDialog, u"Where is he now?"},
-                                          {kCharacter, u"BOB"},
-                                          {kDialog, u"Here."}},
-                                         u"12A")});
-    const auto after = Story({MakeScene({{kSceneHeading, u"INT. HUT - NIGHT"},
-                                         {kAction, u"Ann waits.   It rains."},
-                                         {kCharacter, u"ANN (CONT'D)"},
-                                         {kDialog, u"Where is my hat?"},
-                                         {kCharacter, u"BOB"},
-                                         {kDialog, u"Here."}},
-                                        u"12A")});
+    const auto draft = [](const UString& heading, const UString& action, const UString& cue, const UString& said) {
+        return Story({MakeScene({{kSceneHeading, heading},
+                                 {kAction, action},
+                                 {kCharacter, cue},
+                                 {kDialog, said},
+                                 {kCharacter, u"BOB"},
+                                 {kDialog, u"Here."}},
+                                u"12A")});
+    };
+    const auto before = draft(u"INT. HUT - DAY", u"Ann waits. It rains.", u"ANN (V.O.)", u"Where is he now?");
+    const auto after = draft(u"INT. HUT - NIGHT", u"Ann waits.   It rains.", u"ANN (CONT'D)", u"Where is my hat?");
     const StoryComparison comparison = CompareStories(*before, *after);
     EXPECT_THAT(Rows(comparison), testing::ElementsAre("1>1 changed heading dialogue"));
     ASSERT_EQ(comparison.scenes[0].dialogue.size(), 1U);

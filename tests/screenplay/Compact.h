@@ -10,22 +10,9 @@
 namespace support {
 
 inline const char* CompactKind(zonstoryparser::ElementType kind) {
-    switch (kind) {
-    case zonstoryparser::kSceneHeading:
-        return "heading";
-    case zonstoryparser::kCharacter:
-        return "cue";
-    case zonstoryparser::kDialog:
-        return "dialogue";
-    case zonstoryparser::kShot:
-        return "shot";
-    case zonstoryparser::kParenthetical:
-        return "parenthetical";
-    case zonstoryparser::kTransition:
-        return "transition";
-    default:
-        return "action";
-    }
+    constexpr const char* kWords[] = {"heading", "cue",           "dialogue",   "action",
+                                      "shot",    "parenthetical", "transition", "action"};
+    return kWords[kind - zonstoryparser::kSceneHeading];
 }
 
 inline std::string Compact(const zonscreenplay::Screenplay& screenplay) {

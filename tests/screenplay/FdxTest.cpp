@@ -5,6 +5,7 @@
 #include <zonscreenplay/Screenplay.h>
 
 #include "screenplay/Compact.h"
+#include "support/MessageOf.h"
 
 namespace {
 
@@ -132,12 +133,9 @@ TEST(FdxLimits, HoldAcrossRuns) {
     options.limits.text = 10;
     const std::string script =
         "<FinalDraft><Content>\n<Paragraph>" + T("12345") + T("678901") + "</Paragraph></Content></FinalDraft>";
-    try {
-        ReadScreenplayFromMemory(script, "film.fdx", options);
-        FAIL();
-    } catch (const zonscreenplay::ReadError& error) {
-        EXPECT_STREQ(error.what(), "film.fdx:2:1: a text is longer than 10 characters");
-    }
+    EXPECT_EQ(
+        support::MessageOf<zonscreenplay::ReadError>([&] { ReadScreenplayFromMemory(script, "film.fdx", options); }),
+        "film.fdx:2:1: a text is longer than 10 characters");
 }
 
 } // namespace

@@ -17,16 +17,9 @@ using zonscreenplay::ReadScreenplayFromMemory;
 std::string Outcome(const std::string& bytes, const std::string& name, std::optional<Format> format) {
     zonscreenplay::ReadOptions options;
     options.format = format;
+    constexpr const char* kWords[] = {"story", "fdx", "fountain"};
     try {
-        switch (ReadScreenplayFromMemory(bytes, name, options).format) {
-        case Format::Story:
-            return "story";
-        case Format::FDX:
-            return "fdx";
-        case Format::Fountain:
-            return "fountain";
-        }
-        return "";
+        return kWords[static_cast<int>(ReadScreenplayFromMemory(bytes, name, options).format)];
     } catch (const zonscreenplay::ReadError& error) {
         return error.what();
     }

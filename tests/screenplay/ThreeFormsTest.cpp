@@ -1,6 +1,5 @@
 // One screenplay, written down as a story file, as FDX and as Fountain, is the same screenplay.
-#include <fstream>
-#include <iterator>
+#include <regex>
 #include <string>
 #include <vector>
 
@@ -9,6 +8,7 @@
 #include <zonscreenplay/Screenplay.h>
 
 #include "screenplay/Compact.h"
+#include "screenplay/StoryText.h"
 
 #include <rapidcheck/gtest.h> // wants GoogleTest in front
 
@@ -78,8 +78,7 @@ std::string AsStory(const std::vector<Scene>& scenes) {
         }
         body += "</scene>";
     }
-    return "<Talewright version='1.0'><document><stream name='body'><section>" + body +
-           "</section></stream></document></Talewright>";
+    return support::WithBody(body);
 }
 
 std::string AsFDX(const std::vector<Scene>& scenes) {
@@ -138,14 +137,10 @@ TEST(ThreeForms, OfTheSampleAgree) {
     const std::string expected = read("skrx");
     EXPECT_EQ(read("fdx"), expected);
     // Two speeches of a speaker in a row are lines of one.
+    const std::regex twoSpeeches("(\\|dialogue: [^|]*)\\|dialogue: ");
     std::string joined = expected;
-    for (std::size_t at = joined.find("|dialogue: "); at != std::string::npos;
-         at = joined.find("|dialogue: ", at + 1)) {
-        for (std::size_t next = joined.find('|', at + 1);
-             next != std::string::npos && joined.compare(next, 11, "|dialogue: ") == 0;
-             next = joined.find('|', at + 1)) {
-            joined.replace(next, 11, "/");
-        }
+    while (std::regex_search(joined, twoSpeeches)) {
+        joined = std::regex_replace(joined, twoSpeeches, "$1/");
     }
     EXPECT_EQ(read("fountain"), joined);
 }

@@ -36,4 +36,12 @@ TEST(SceneContent, GathersByKindAndCarriesDialogueToTheNextSpeaker) {
     EXPECT_EQ(support::Lines(content.dialogues), (std::vector<std::string>{"BOB: Hello  A  B", "ANN: Yes."}));
 }
 
+TEST(SpeakerName, LeavesOutWhatTheCueAdds) {
+    EXPECT_EQ(SpeakerName(u"ANN (V.O.)"), u"ANN");
+    EXPECT_EQ(SpeakerName(u" ANN (O.S.) (CONT'D) "), u"ANN");
+    EXPECT_EQ(SpeakerName(u"小明（旁白）"), u"小明");
+    EXPECT_EQ(SpeakerName(u"(ALL)"), u"(ALL)");
+    EXPECT_EQ(SpeakerName(u"MAN (40) AND DOG"), u"MAN (40) AND DOG");
+}
+
 } // namespace

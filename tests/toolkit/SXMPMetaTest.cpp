@@ -36,6 +36,8 @@ std::int32_t IdThrownBy(Call call) {
     try {
         call();
     } catch (const XMP_Error& error) {
+        EXPECT_STREQ(error.GetErrMsg(), error.what());
+        EXPECT_STRNE(error.what(), "");
         return error.GetID();
     }
     return 0;
@@ -93,19 +95,9 @@ TEST(SXMPMeta, EveryFailureHasTheToolkitsIdAndAMessageLeavesNoTraceAndPrintsNoth
         const std::string before = Serialized(xmp);
         ::testing::internal::CaptureStderr();
         ::testing::internal::CaptureStdout();
-        std::int32_t id = -1;
-        std::string message;
-        try {
-            failure.call(xmp);
-        } catch (const XMP_Error& error) {
-            id = error.GetID();
-            message = error.what();
-            EXPECT_STREQ(error.GetErrMsg(), error.what());
-        }
+        EXPECT_EQ(IdThrownBy([&] { failure.call(xmp); }), failure.id);
         EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
         EXPECT_EQ(::testing::internal::GetCapturedStdout(), "");
-        EXPECT_EQ(id, failure.id) << message;
-        EXPECT_NE(message, "");
         EXPECT_EQ(Serialized(xmp), before);
     }
 }

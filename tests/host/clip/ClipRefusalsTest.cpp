@@ -2,6 +2,7 @@
 #include <unistd.h>
 
 #include "Source.h"
+#include "support/MessageOf.h"
 
 namespace {
 
@@ -11,12 +12,11 @@ using testing::HasSubstr;
 using testing::Not;
 
 // The reason, in one line that does not name the clip; empty when there was none.
-std::string ReasonFor(const fs::path& clip, const std::string& value = "v") try {
-    zonstory::UpdateClip(clip, {}, SetSource(value));
-    return {};
-} catch (const zonstory::FileError& error) {
-    EXPECT_THAT(error.what(), testing::AllOf(Not(HasSubstr("\n")), Not(HasSubstr(clip.filename().native()))));
-    return error.what();
+std::string ReasonFor(const fs::path& clip, const std::string& value = "v") {
+    const std::string reason =
+        support::MessageOf<zonstory::FileError>([&] { zonstory::UpdateClip(clip, {}, SetSource(value)); });
+    EXPECT_THAT(reason, testing::AllOf(Not(HasSubstr("\n")), Not(HasSubstr(clip.filename().native()))));
+    return reason;
 }
 
 struct RefusalCase {
@@ -108,7 +108,6 @@ TEST(WorkingFolder, OfAnotherUserWhereNobodyMayTouchAnothersFiles) {
     const fs::path clip = support::MakeClip(folder.Path(), support::SampleNamed("MovIndexAtEnd"));
     const std::string bytes = support::ReadFile(clip);
     const fs::path working = folder / ".zonstory-work";
-    fs::create_directory(working);
     support::WriteFile(working / "somebody's", "work");
     ASSERT_EQ(::chown(working.c_str(), 1234, 1234), 0);
     ASSERT_EQ(::chmod(folder.Path().c_str(), 01777), 0);

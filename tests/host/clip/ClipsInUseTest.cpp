@@ -8,6 +8,7 @@
 #include "Source.h"
 #include "clip/WorkLock.h"
 #include "clip/Workspace.h"
+#include "support/MessageOf.h"
 
 namespace {
 
@@ -19,11 +20,9 @@ using zonstory::FileDescriptor;
 
 class ClipsInUse : public testing::Test {
 protected:
-    std::string ReasonFor(const zonstory::ClipOptions& options = {}, zonstory::KeptFolder* kept = nullptr) try {
-        zonstory::UpdateClip(mClip, options, SetSource(std::to_string(++mRound)), kept);
-        return {};
-    } catch (const zonstory::FileError& error) {
-        return error.what();
+    std::string ReasonFor(const zonstory::ClipOptions& options = {}, zonstory::KeptFolder* kept = nullptr) {
+        return support::MessageOf<zonstory::FileError>(
+            [&] { zonstory::UpdateClip(mClip, options, SetSource(std::to_string(++mRound)), kept); });
     }
 
     std::string PrefixOf(const fs::path& clip) const { return zonstory::WorkPrefix(clip.filename()); }
@@ -84,7 +83,6 @@ TEST_F(ClipsInUse, ByAnotherRunAreWaitedForAndSaidToBe) {
 TEST_F(ClipsInUse, LeftoversGoWhenNobodyHoldsThem) {
     const std::string live = PrefixOf("live.mov");
     for (const bool isUnchanged : {false, true}) {
-        fs::create_directory(mWorking);
         for (const std::string& name : {PrefixOf("gone.mov") + "1.mov", live + "2.mov", std::string("notes.txt")}) {
             support::WriteFile(mWorking / name, "x");
         }

@@ -16,11 +16,9 @@ protected:
         for (const char* name : {"B.MOV", "a.mxf", "a.xmp", "notes.txt", ".hidden.mov", "noextension", "C.Mp4"}) {
             support::WriteFile(mFolder / name, "x");
         }
-        fs::create_directories(mFolder / "day" / "cam.mov"); // a folder with a clip's name
-        fs::create_directories(mFolder / ".zonstory-work");
         support::WriteFile(mFolder / ".zonstory-work" / "copy.mov", "x");
         support::WriteFile(mFolder / "day" / "d.wav", "x");
-        support::WriteFile(mFolder / "day" / "cam.mov" / "e.avi", "x");
+        support::WriteFile(mFolder / "day" / "cam.mov" / "e.avi", "x"); // in a folder with a clip's name
         fs::create_symlink("..", mFolder / "day" / "up");
         fs::create_symlink("../B.MOV", mFolder / "day" / "again.mov");
         fs::create_symlink("nowhere", mFolder / "dangling.mov");
@@ -71,7 +69,6 @@ TEST_F(ClipListing, SidecarNamedBesideItsClipIsPartOfIt) {
 
 TEST_F(ClipListing, FramesOfOneSequenceAreOneClip) {
     const fs::path frames = mFolder / "frames";
-    fs::create_directory(frames);
     for (const char* name : {"A.0001.dpx", "A.0002.dpx", "A.0003.dpx", "A.xmp", "B_00001.ari", "B_00002.ari",
                              "B_001.ari", "IMG-0001.mov", "IMG-0002.mov", "0001.exr"}) {
         support::WriteFile(frames / name, "x");

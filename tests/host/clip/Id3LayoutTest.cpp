@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 
 #include "host/clip/LayoutInvariants.h"
+#include "host/clip/MadeChunks.h"
 
 #include <rapidcheck/gtest.h> // wants GoogleTest in front
 
@@ -19,12 +20,8 @@ bool Maybe(int oneIn = 2) {
     return *rc::gen::inRange(0, oneIn) == 0;
 }
 
-std::string Number(std::uint64_t value, int bits) {
-    std::string bytes;
-    for (int shift = 3 * bits; shift >= 0; shift -= bits) {
-        bytes += static_cast<char>(value >> shift & ((1U << bits) - 1));
-    }
-    return bytes;
+std::string Number(std::uint64_t value, unsigned bits) {
+    return support::Number(value, true, 4, bits);
 }
 
 std::string Unsynchronised(const std::string& bytes) {
@@ -120,12 +117,7 @@ TEST(Id3Layout, LeavesAloneWhatIsOdd) {
         {tag("\3\0\0"s, title + "\0\0\0rest"s), "no padding"},
     };
     for (const auto& [file, reason] : files) {
-        try {
-            support::LayoutOf(file)->Write(support::MadePacket(9));
-            ADD_FAILURE() << reason;
-        } catch (const zonstory::NoExactWay& error) {
-            EXPECT_THAT(error.what(), testing::HasSubstr(reason));
-        }
+        EXPECT_THAT(support::ReasonAgainst(file), testing::HasSubstr(reason));
     }
     EXPECT_THROW(support::LayoutOf("ID3\3\0\0"s + Number(99, 7) + title), zonstory::DamagedFile);
 }

@@ -7,10 +7,10 @@
 /// Chunks of RIFF and, big end first, of IFF.
 namespace support {
 
-inline std::string Number(std::uint64_t value, bool isBig, std::size_t width = 4) {
+inline std::string Number(std::uint64_t value, bool isBig, std::size_t width = 4, unsigned bits = 8) {
     std::string bytes;
     for (std::size_t index = 0; index < width; ++index) {
-        bytes += static_cast<char>(value >> 8 * (isBig ? width - 1 - index : index) & 0xFF);
+        bytes += static_cast<char>(value >> bits * (isBig ? width - 1 - index : index) & ((1U << bits) - 1));
     }
     return bytes;
 }

@@ -80,12 +80,18 @@ TEST_F(Sidecar, OfAClipWhoseOwnPacketCannotBeChangedIsReadAndCleared) {
 
 TEST_F(Sidecar, LinkIsFollowedAndKept) {
     const fs::path clip = Clip("A.mkv");
-    fs::create_directory(mFolder / "xmp");
     support::WriteFile(mFolder / "xmp" / "real.xmp", kSidecarOfAnotherMaker);
     fs::create_symlink("xmp/real.xmp", mFolder / "A.xmp");
     Update(clip, {});
     EXPECT_TRUE(fs::is_symlink(mFolder / "A.xmp"));
     EXPECT_EQ(support::Exiv2Value(mFolder / "xmp" / "real.xmp", "Xmp.dc.source"), "v");
+}
+
+// Left to itself, the toolkit would take a camera card's own files for the clip's.
+TEST_F(Sidecar, InACameraCardLeavesTheCardsOwnFiles) {
+    support::WriteFile(mFolder / "CONTENTS/CLIP/CLIP.XML", "<card/>");
+    EXPECT_EQ(Update(Clip("CONTENTS/VIDEO/CLIP.MXF"), {}).file.filename(), "CLIP.xmp");
+    EXPECT_THAT(support::NamesIn(mFolder / "CONTENTS/CLIP"), ElementsAre("CLIP.XML"));
 }
 
 struct ConflictCase {

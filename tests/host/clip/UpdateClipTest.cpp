@@ -154,6 +154,7 @@ const ClipSample kMoreSamples[] = {
     {"MovSegmented", "segments.mov", true, "-map 0 -c:v mpeg4 -g 5 -movflags +frag_keyframe+empty_moov+global_sidx"},
     {"MovFragmented", "pieces.mov", true, "-map 0 -map 1 -c:v mpeg4 -g 5 -movflags +frag_keyframe"},
     {"MovWithRoom", "room.mov", true, "-map 0 -c:v mjpeg -moov_size 20000"},
+    {"WavCalledMp4", "sound.mp4", true, "-map 1 -f wav"},
     {"Aiff", "clip.aiff", true, "-map 1 -metadata title=Title"},
     {"Aifc", "clip.aifc", true, "-map 1 -c:a pcm_s16le"},
     {"Mp3OfVersion3", "three.mp3", true, "-map 1 -id3v2_version 3 -write_id3v1 1 -metadata title=Title"},

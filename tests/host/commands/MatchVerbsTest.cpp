@@ -174,21 +174,10 @@ TEST_F(MatchVerbs, UsersSayWhatNobodyKnows) {
                                    "c/A001_C001_0115AB_002.mov", "c/A002_C003_0115CD_proxy.mov"}) {
         Add(name);
     }
-    const std::vector<std::string> tables[] = {
-        {"File Name;Scene;Take"},
-        {"Datei;Szene;Take"},
-        {"Nom du fichier;Scène n°;Prise"},
-        {"Archivo;Escena;Toma"},
-        {"Nome file;Scena;Ciak"},
-        {"Filnavn;Bilete;Opptak", "--columns", "file=Filnavn,scene=Bilete,take=Opptak"}};
-    for (const std::vector<std::string>& table : tables) {
-        support::WriteFile(mZonstory / "log.csv", table[0] + "\nx1.mov;2;5\n");
-        std::vector<std::string> arguments = {"c", "--log", "log.csv"};
-        arguments.insert(arguments.end(), table.begin() + 1, table.end());
-        const json clip = Match(arguments)["c/x1.mov"];
-        EXPECT_EQ(clip["scene"], "2") << table[0];
-        EXPECT_EQ(clip["take"], "5") << table[0];
-    }
+    support::WriteFile(mZonstory / "log.csv", "Filnavn;Bilete;Opptak\nx1.mov;2;5\n");
+    const json known = Match({"c", "--log", "log.csv", "--columns", "file=Filnavn,scene=Bilete,take=Opptak"});
+    EXPECT_EQ(known["c/x1.mov"]["scene"], "2");
+    EXPECT_EQ(known["c/x1.mov"]["take"], "5");
     const ZonstoryResult unknown = mZonstory.Run({"match", "s.skrx", "c", "--log", "log.csv"});
     EXPECT_EQ(unknown.exitCode, 2);
     EXPECT_THAT(unknown.err, HasSubstr("found are Filnavn, Bilete, Opptak"));

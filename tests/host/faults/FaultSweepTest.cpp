@@ -1,9 +1,9 @@
 #include <cerrno>
-#include <fstream>
 
 #include <gmock/gmock.h>
 
 #include "host/clip/ClipSamples.h"
+#include "host/faults/Faults.h"
 #include "support/RunProgram.h"
 #include "support/TemporaryFolder.h"
 
@@ -12,15 +12,11 @@ namespace {
 
 namespace fs = std::filesystem;
 using support::ClipSample;
+using Call = support::FileCall;
 using support::ProgramResult;
 
 constexpr int kKilled = 0;
 constexpr int kFaults[] = {kKilled, ENOSPC, EIO};
-
-struct Call {
-    std::string name;
-    std::string subject;
-};
 
 class FaultSweep : public testing::TestWithParam<ClipSample> {
 protected:
@@ -33,20 +29,15 @@ protected:
         mDigest = support::DecodedDigest(mClip);
         ASSERT_THAT(mDigest, testing::StartsWith("MD5="));
         ASSERT_EQ(support::ExifToolValue(mTarget, "XMP-dc:Source"), Value("second"));
-        std::ifstream log(Log());
-        for (Call call; log >> call.name && std::getline(log, call.subject);) {
-            mCalls.push_back(call);
-        }
+        mCalls = support::CallsIn(Log());
         ASSERT_GT(mCalls.size(), 8U);
     }
 
     // Longer than what the toolkit leaves room for, so that the file has to grow each time.
     static std::string Value(const std::string& name) { return name + std::string(name == "second" ? 6000 : 10, 'x'); }
 
-    ProgramResult RunDriver(const std::string& value, std::vector<std::string> environment = {}) const {
-        environment.emplace_back("LD_PRELOAD=" FAULT_SHIM);
-        environment.emplace_back("ASAN_OPTIONS=verify_asan_link_order=0:detect_leaks=0");
-        return support::RunProgram({CLIP_DRIVER, mClip.native(), "source", Value(value)}, environment);
+    ProgramResult RunDriver(const std::string& value, const std::vector<std::string>& settings = {}) const {
+        return support::RunProgram({CLIP_DRIVER, mClip.native(), "source", Value(value)}, support::WithShim(settings));
     }
 
     void PutBack() const { support::WriteFile(mTarget, mOld); }

@@ -1,9 +1,9 @@
 #include <csignal>
-#include <fstream>
 
 #include <gmock/gmock.h>
 
 #include "host/clip/ClipSamples.h"
+#include "host/faults/Faults.h"
 #include "support/RunProgram.h"
 #include "support/TemporaryFolder.h"
 
@@ -21,8 +21,7 @@ protected:
     }
 
     static std::vector<std::string> Environment(const std::string& setting = "FAULT_AT=0") {
-        return {"LD_PRELOAD=" FAULT_SHIM, "FAULT_NO_LOCKS=1", setting, "FAULT_ERROR=-1",
-                "ASAN_OPTIONS=verify_asan_link_order=0:detect_leaks=0"};
+        return support::WithShim({"FAULT_NO_LOCKS=1", setting, "FAULT_ERROR=-1"});
     }
 
     std::string Result(const std::string& value) {
@@ -31,17 +30,17 @@ protected:
         return support::ReadFile(mClip);
     }
 
-    // Where a run's calls begin that other runs may notice, and how many there are.
-    std::size_t CountCalls(std::size_t& first) {
+    // The names of a run's calls, from the first on.
+    std::vector<std::string> Calls() {
         support::WriteFile(mClip, mOld);
         const fs::path log = mLogFolder / "calls";
         support::RunProgram(Command("a"), Environment("FAULT_LOG=" + log.native()));
-        std::ifstream lines(log);
-        std::size_t count = 0;
-        for (std::string line; std::getline(lines, line); ++count) {
-            first = line.starts_with("mkdirat") ? count + 1 : first;
+        std::vector<std::string> names;
+        for (const support::FileCall& call : support::CallsIn(log)) {
+            names.push_back(call.name);
         }
-        return count;
+        support::WriteFile(mClip, mOld);
+        return names;
     }
 
     // The first run stops at a call, the second runs to its end, then the first one's ending comes.
@@ -70,11 +69,12 @@ protected:
 };
 
 TEST_F(WithoutLocks, NoRunDamagesTheClip) {
-    std::size_t first = 0;
-    const std::size_t calls = CountCalls(first);
-    ASSERT_GT(first, 0U);
+    const std::vector<std::string> calls = Calls();
+    const auto folderMade = std::find(calls.rbegin(), calls.rend(), "mkdirat"); // what other runs notice begins there
+    ASSERT_NE(folderMade, calls.rend());
     constexpr std::size_t kStride = 7;
-    for (std::size_t call = first; call <= calls && !HasFailure(); call += kStride) {
+    for (auto call = static_cast<std::size_t>(calls.rend() - folderMade); call <= calls.size() && !HasFailure();
+         call += kStride) {
         for (const Ending ending : {Ending::GoesOn, Ending::Killed, Ending::Interrupted}) {
             SCOPED_TRACE("call " + std::to_string(call) + ", ending " + std::to_string(static_cast<int>(ending)));
             Meet(call, ending);
@@ -83,16 +83,9 @@ TEST_F(WithoutLocks, NoRunDamagesTheClip) {
 }
 
 TEST_F(WithoutLocks, SaysSoInOneLine) {
-    const fs::path log = mLogFolder / "calls";
-    support::WriteFile(mClip, mOld);
-    support::RunProgram(Command("a"), Environment("FAULT_LOG=" + log.native()));
-    std::ifstream lines(log);
-    std::size_t call = 0;
-    for (std::string line; std::getline(lines, line) && !line.starts_with("flock");) {
-        ++call;
-    }
-    support::WriteFile(mClip, mOld);
-    auto environment = Environment("FAULT_AT=" + std::to_string(call + 1));
+    const std::vector<std::string> calls = Calls();
+    const auto before = std::find(calls.begin(), calls.end(), "flock") - calls.begin();
+    auto environment = Environment("FAULT_AT=" + std::to_string(before + 1));
     environment.push_back("FAULT_ERROR=" + std::to_string(ENOLCK));
     EXPECT_EQ(support::RunProgram(Command("a"), environment).output,
               "cannot be locked, since its file system has no locks; --no-lock goes without\n");

@@ -1,6 +1,7 @@
 #include "host/match/Support.h"
 
 #include "match/IXml.h"
+#include "support/Utf16.h"
 
 namespace zonstory {
 namespace {
@@ -10,14 +11,6 @@ using namespace std::string_literals;
 const std::string kIXml = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<BWFXML>\n\t<IXML_VERSION>1.5</IXML_VERSION>\n"
                           "\t<PROJECT>Willow</PROJECT><SCENE> 12A </SCENE><TAKE>3</TAKE><TAPE>S04</TAPE>\n"
                           "\t<SPEED><NOTE>not this</NOTE></SPEED><NOTE>caf\xC3\xA9</NOTE><SCENE>99</SCENE>\n</BWFXML>";
-
-std::string Wide(const std::string& ascii) {
-    std::string wide = "\xFF\xFE";
-    for (const char c : ascii) {
-        wide += {c, '\0'};
-    }
-    return wide;
-}
 
 TEST(IXml, GivesWhatTheRecorderNoted) {
     const auto ixml = ParseIXml(kIXml);
@@ -41,7 +34,7 @@ TEST(IXml, IsReadAsRecordersLeaveIt) {
         {"Latin-1 that says UTF-8",
          "<?xml version=\"1.0\" encoding=\"UTF-8\"?>" + plain + "<NOTE>\xE9</NOTE></BWFXML>"},
         {"an encoding that nobody knows", "<?xml version=\"1.0\" encoding=\"x-none\"?>" + plain + "</BWFXML>"},
-        {"UTF-16", Wide(plain + "</BWFXML>")},
+        {"UTF-16", support::InUTF16(plain + "</BWFXML>", false)},
     };
     for (const auto& [name, chunk] : cases) {
         const auto ixml = ParseIXml(chunk);

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "match/NamePatterns.h"
 

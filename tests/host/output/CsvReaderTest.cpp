@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "support/MessageOf.h"
 #include "support/TemporaryFolder.h"
 #include "support/Utf16.h"
 
@@ -26,8 +27,6 @@ const FileCase kFileCases[] = {
     {"SeparatorLine", "sep=;\r\nclip;scene\r\né.mov;1,A\r\nb c.mov;2\r\n"},
     {"Windows1252", "clip,scene\n\xE9.mov,\"1,A\"\nb c.mov,2\n"},
     {"UTF8Mark", "\xEF\xBB\xBF\"clip\",scene\né.mov,\"1,A\"\nb c.mov,2\n"},
-    {"UTF16Little", InUTF16("clip\tscene\né.mov\t1,A\nb c.mov\t2\n", false)},
-    {"UTF16Big", InUTF16("clip,scene\né.mov,\"1,A\"\nb c.mov,2\n", true)},
     {"UTF16WithoutMark", InUTF16("clip;scene\né.mov;1,A\nb c.mov;2\n", false, false)},
     {"BlanksAndEmptyRows", " clip , scene \n,\n é.mov , \"1,A\" \n  \nb c.mov,2\n"},
 };
@@ -52,12 +51,7 @@ TEST(CsvReader, CountsLinesOfTheFile) {
 }
 
 std::string ProblemWith(const std::string& bytes) {
-    try {
-        ParseCsv(bytes, "t.csv");
-    } catch (const CsvError& error) {
-        return error.what();
-    }
-    return "";
+    return support::MessageOf<CsvError>([&] { ParseCsv(bytes, "t.csv"); });
 }
 
 TEST(CsvReader, SaysWhereAFileIsBroken) {

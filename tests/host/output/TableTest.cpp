@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "output/Csv.h"
-#include "output/CsvReader.h"
-
 namespace {
 
 zonstory::Table MakeTable() {
@@ -27,14 +24,6 @@ TEST(Table, WritesCsvByTheBook) {
                                    "1,KÜCHE,\"ANN, BOB\"\r\n"
                                    "12,医院,\r\n"
                                    "7,a\x1b[2J,\"\"\"X\"\"\nY\"\r\n");
-}
-
-TEST(CsvRecord, ReadsBackAsWritten) {
-    const std::vector<std::string> fields = {"clip", "", " a ", "x,y;z", "\"q\"", "two\r\nlines", "café", "tab\there"};
-    const zonstory::CsvContents contents =
-        zonstory::ParseCsv("1,2,3,4,5,6,7,8\r\n" + zonstory::CsvRecord(fields), "t.csv");
-    ASSERT_EQ(contents.rows.size(), 1U);
-    EXPECT_EQ(contents.rows[0].fields, fields);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "support/MessageOf.h"
 #include <zonscreenplay/Screenplay.h>
 
 namespace {
@@ -15,12 +16,7 @@ constexpr char kStory[] = R"(<Talewright version="1.0"><document>
 class SceneSelection : public ::testing::Test {
 protected:
     std::string ProblemWith(const char* name) const {
-        try {
-            mScenes.Find(name);
-        } catch (const zonstory::SceneSelectionError& error) {
-            return error.what();
-        }
-        return "";
+        return support::MessageOf<zonstory::SceneSelectionError>([&] { mScenes.Find(name); });
     }
 
     zonscreenplay::Screenplay mStory = zonscreenplay::ReadScreenplayFromMemory(kStory, "s");
