@@ -68,6 +68,16 @@ void AddFormat(CLI::App& command, Format& format) {
                       "How to print the results; text unless given");
 }
 
+void AddResultTarget(CLI::App& command, ResultTarget& target) {
+    AddFormat(command, target.format);
+    command
+        .add_option(
+            "-o,--output", target.file,
+            "Write the results into a file: a spreadsheet where its name ends in .xlsx, JSON or CSV where it ends "
+            "so, else as --format says")
+        ->type_name("FILE");
+}
+
 CLI::Option* AddClips(CLI::App& command, std::vector<std::string>& clips, bool& recursive) {
     command.add_flag("-r,--recursive", recursive, "Go down into folders within folders");
     return command.add_option("CLIP", clips, "Clips, or folders that stand for the clips in them")->type_name("");

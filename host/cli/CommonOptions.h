@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "commands/ClipBatch.h"
+#include "commands/Results.h"
 #include "output/Format.h"
 #include "story/StoryReader.h"
 
@@ -18,6 +19,8 @@ namespace zonstory {
 /// The file, and --max-size.
 void AddStory(CLI::App& command, StoryFile& story, const std::string& name = "STORY");
 void AddFormat(CLI::App& command, Format& format);
+/// --format and -o.
+void AddResultTarget(CLI::App& command, ResultTarget& target);
 /// Clips as positional arguments, and --recursive.
 /// @return The positional option, not required.
 CLI::Option* AddClips(CLI::App& command, std::vector<std::string>& clips, bool& recursive);

@@ -10,6 +10,7 @@
 #include "cli/CommonOptions.h"
 #include "commands/Coverage.h"
 #include "commands/Match.h"
+#include "commands/Report.h"
 
 namespace zonstory {
 
@@ -59,6 +60,19 @@ void AddText(CLI::App& command, const char* name, const char* type, const char* 
         ->type_name(type);
 }
 
+// A story, clips that are asked what they show of it, and the draft before.
+CLI::Option* AddClipsOfStory(CLI::App& command, ClipsOfStory& options) {
+    AddStory(command, options.story);
+    CLI::Option* const clips = AddClips(command, options.clips, options.recursive);
+    command
+        .add_option(
+            "--old", options.oldStory,
+            "The draft before STORY: says of each clip whether it carries the text of this one (current), of that "
+            "(outdated) or of neither (other)")
+        ->type_name("FILE");
+    return clips;
+}
+
 } // namespace
 
 void AddMatchSettings(CLI::App& command, MatchSettings& settings) {
@@ -93,17 +107,29 @@ Action AddMatch(CLI::App& command) {
 
 Action AddCoverage(CLI::App& command) {
     auto options = std::make_shared<CoverageOptions>();
-    AddStory(command, options->story);
-    AddClips(command, options->clips, options->recursive)->required();
+    AddClipsOfStory(command, options->clips)->required();
+    AddResultTarget(command, options->target);
+    AddSidecar(command, options->clips.clip);
+    return [options](Output& output) { return RunCoverage(*options, output); };
+}
+
+Action AddReport(CLI::App& command) {
+    auto options = std::make_shared<ReportOptions>();
+    AddClipsOfStory(command, options->clips);
+    command.add_option("-o,--output", options->target, "The page; - for standard output")
+        ->type_name("FILE")
+        ->required();
     command
         .add_option(
-            "--old", options->oldStory,
-            "The draft before STORY: says of each clip whether it carries the text of this one (current), of that "
-            "(outdated) or of neither (other)")
+            "--template", options->templateFile,
+            "A Mustache template instead of the program's own, which is installed as share/zonstory/report.html")
         ->type_name("FILE");
-    AddFormat(command, options->format);
-    AddSidecar(command, options->clip);
-    return [options](Output& output) { return RunCoverage(*options, output); };
+    command
+        .add_option("--language", options->language,
+                    "The language of the screenplay, for screen readers: en, de-AT, ar")
+        ->type_name("TAG");
+    AddSidecar(command, options->clips.clip);
+    return [options](Output& output) { return RunReport(*options, output); };
 }
 
 } // namespace zonstory

@@ -9,6 +9,7 @@ namespace zonstory {
 /// @{
 Action AddMatch(CLI::App& command);
 Action AddCoverage(CLI::App& command);
+Action AddReport(CLI::App& command);
 /// @}
 
 /// --log, --slates and --min-confidence.

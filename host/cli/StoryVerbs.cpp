@@ -18,6 +18,15 @@ namespace zonstory {
 
 namespace {
 
+// A verb with a story and a table of results.
+template <typename Options>
+std::shared_ptr<Options> AddStoryTable(CLI::App& command) {
+    auto options = std::make_shared<Options>();
+    AddStory(command, options->story);
+    AddResultTarget(command, options->target);
+    return options;
+}
+
 // A verb with a story and a format, and nothing else.
 template <typename Options>
 Action AddReader(CLI::App& command, int (*run)(const Options&, Output&)) {
@@ -34,11 +43,15 @@ Action AddInfo(CLI::App& command) {
 }
 
 Action AddScenes(CLI::App& command) {
-    return AddReader<ScenesOptions>(command, RunScenes);
+    const auto options = AddStoryTable<ScenesOptions>(command);
+    return [options](Output& output) { return RunScenes(*options, output); };
 }
 
 Action AddCharacters(CLI::App& command) {
-    return AddReader<CharactersOptions>(command, RunCharacters);
+    const auto options = AddStoryTable<CharactersOptions>(command);
+    command.add_flag("--by-scene", options->byScene,
+                     "Each speaker's lines in each scene: a row a scene, a column a speaker");
+    return [options](Output& output) { return RunCharacters(*options, output); };
 }
 
 Action AddCheck(CLI::App& command) {

@@ -13,11 +13,15 @@ const std::vector<Verb>& Verbs() {
          AddInfo},
         {"scenes", "One row for every scene", "zonstory scenes film.skrx --format csv > scenes.csv",
          "Position, number, setting, location, time of day, duration, words of dialogue and action, and who speaks; of "
-         "FDX also page, length in eighths of a page, whether the scene is omitted, and its latest revision. "
+         "FDX also first and last page, length in eighths of a page, whether the scene is omitted, and its latest "
+         "revision. "
          "Each Chinese and Japanese character counts as a word.",
          AddScenes},
         {"characters", "Who speaks, in how many scenes, lines and words", "zonstory characters film.skrx",
-         "What a cue adds in brackets does not make another speaker: \"ANN (V.O.)\" is ANN.", AddCharacters},
+         "What a cue adds in brackets does not make another speaker: \"ANN (V.O.)\" is ANN. With --by-scene, one row "
+         "for "
+         "every scene and one column for every speaker, in order of first speech.",
+         AddCharacters},
         {"check", "What to look at before the shoot, by line", "zonstory check film.skrx",
          "Reports structural errors, settings and times of day that were not recognised, missing and duplicate scene "
          "numbers, scenes that yield no packet, speakers without dialogue, dialogue without a speaker, and durations "
@@ -72,6 +76,13 @@ const std::vector<Verb>& Verbs() {
          "Reads the scene numbers that clips carry and lists each scene with its clips and takes, then the clips whose "
          "number the story does not have or has more than once, and those without one. Changes nothing.",
          AddCoverage},
+        {"report", "One page to look at: the script, lined with the clips that show it",
+         "zonstory report film.fdx --recursive rushes/ -o report.html",
+         "The page is one file without scripts and needs no network: pictures of who speaks where, a strip board, the "
+         "script with a line for each clip, and a part for each speaker. Clips are those that 'coverage' counts; "
+         "without any, it is about the script alone. Clips beneath the page's folder, or the one above, are linked. "
+         "Changes no clip.",
+         AddReport},
         {"recover", "Remove what killed runs left beside clips", "zonstory recover --dry-run /mnt/show",
          "A run that was killed, or met a power cut, leaves the new version that it was making in the hidden folder "
          ".zonstory-work beside the clip; the clip itself is whole. The next run there removes it, too. What a live "

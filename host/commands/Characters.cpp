@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "commands/CharactersByScene.h"
 #include "output/ExitCode.h"
 #include "output/Record.h"
 #include "story/SceneFacts.h"
@@ -35,12 +36,18 @@ const Fields<CharactersDocument>& FieldsOf<CharactersDocument>() {
 }
 
 int RunCharacters(const CharactersOptions& options, Output& output) {
+    RefuseToReplace(options.target.file, {options.story.path});
     const Story story = ReadStory(options.story);
     const CharactersDocument document = {DescribeCharacters(*story.root)};
-    output.Result(InFormat(
-        options.format, [&] { return RecordTable(document.characters).AsText(); },
-        [&] { return DocumentText("characters", document); },
-        [&] { return RecordTable(document.characters).AsCsv(); }));
+    ResultForms forms = {"characters", [&] { return RecordTable(document.characters).AsText(); },
+                         [&] { return DocumentText("characters", document); },
+                         [&] { return RecordTable(document.characters); }};
+    if (options.byScene) {
+        forms.table = [&] { return SpeakersByScene(DescribeScenes(story), document.characters); };
+        forms.text = [&] { return forms.table().AsText(); };
+        forms.json = [&] { return SpeakersBySceneDocument(DescribeScenes(story), document.characters); };
+    }
+    DeliverResult(options.target, forms, output);
     return kDone;
 }
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "output/Format.h"
+#include "commands/Results.h"
 #include "output/Json.h"
 #include "output/Output.h"
 #include "story/StoryReader.h"
@@ -11,7 +11,8 @@ namespace zonstory {
 
 struct CharactersOptions {
     StoryFile story;
-    Format format = Format::Text;
+    ResultTarget target;
+    bool byScene = false; ///< A table of scenes and speakers instead.
 };
 
 /// One row for every speaker of the body, in order of first speech.

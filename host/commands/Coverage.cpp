@@ -5,14 +5,7 @@
 
 #include <fmt/format.h>
 
-#include "commands/DraftFinder.h"
-#include "commands/SceneEvidence.h"
-#include "commands/SceneMatching.h"
-#include "commands/ScriptReference.h"
-#include "commands/Toolkit.h"
 #include "match/Decision.h"
-#include "match/NamePatterns.h"
-#include "match/SceneCoverage.h"
 #include "output/ExitCode.h"
 #include "output/Record.h"
 #include "output/SafeText.h"
@@ -22,82 +15,6 @@ namespace zonstory {
 namespace {
 
 using Records = std::vector<CoverageRecord>;
-
-// The clips' names say the takes that the clips do not, where they agree on the scene.
-void AddTakes(Records& records, const SceneNumbers& story) {
-    std::vector<std::string> paths;
-    std::vector<std::vector<Statement>> carried;
-    for (const CoverageRecord& record : records) {
-        paths.push_back(record.clip);
-        carried.emplace_back();
-        if (!record.scene.empty()) {
-            carried.back().push_back(StateField(Source::Xmp, record.scene, record.take));
-        }
-    }
-    const NamePatterns names(paths, carried, story, {});
-    for (std::size_t at = 0; at < records.size(); ++at) {
-        std::vector<Statement> statements = names.Statements(at);
-        statements.insert(statements.end(), carried[at].begin(), carried[at].end());
-        if (records[at].take.empty() && !carried[at].empty()) {
-            records[at].take = Decide(statements, story, Confidence::Low).take;
-        }
-    }
-}
-
-// Which draft's text clips carry. Without an old draft, a clip that names the script it was written from still tells.
-class Drafts {
-public:
-    Drafts(const Story& story, const CoverageOptions& options)
-        : mScript(ReferenceTo(story, options.story)), mOld(ReadOld(options)),
-          mDrafts(mOld ? mOld->root.get() : nullptr, *story.root,
-                  mOld ? zonstoryparser::CompareStories(*mOld->root, *story.root) : zonstoryparser::StoryComparison()) {
-    }
-
-    std::optional<std::string> StateOf(const std::string& number, SXMPMeta& xmp) {
-        const ScriptReference script = ReadScriptReference(xmp);
-        if (!mOld && script.IsEmpty()) {
-            return std::nullopt;
-        }
-        const bool isOfAnotherDraft = !script.IsEmpty() && script.digest != mScript.digest;
-        return DraftStateWord(mDrafts.Find(number, zonstoryparser::ReadCarriedScene(xmp), isOfAnotherDraft).state);
-    }
-
-private:
-    static std::optional<Story> ReadOld(const CoverageOptions& options) {
-        if (options.oldStory.empty()) {
-            return std::nullopt;
-        }
-        StoryFile file = options.story;
-        file.path = options.oldStory;
-        return ReadStory(file);
-    }
-
-    const ScriptReference mScript;
-    const std::optional<Story> mOld;
-    DraftFinder mDrafts;
-};
-
-// Adds a record for each clip that can be read.
-bool ReadRecords(const CoverageOptions& options, const SceneNumbers& story, Drafts& drafts, Records& records,
-                 Output& output) {
-    bool allRead = true;
-    for (const SelectedClip& clip : SelectClips(options.clips, options.recursive)) {
-        const std::string path = clip.path.string();
-        try {
-            if (!clip.refusal.empty()) {
-                throw ClipError(clip.refusal);
-            }
-            ClipContents contents = ReadClip(clip.path, options.clip);
-            const CarriedNumbers carried = CarriedNumbersIn(contents.xmp);
-            records.push_back({path, carried.scene, carried.take, drafts.StateOf(carried.scene, contents.xmp)});
-        } catch (const std::exception& error) {
-            output.Error(path + ": " + error.what());
-            allRead = false;
-        }
-    }
-    AddTakes(records, story);
-    return allRead;
-}
 
 struct Others {
     const char* title; ///< In text.
@@ -237,29 +154,21 @@ const Fields<CoverageRow>& FieldsOf<CoverageRow>() {
     return fields;
 }
 
-namespace {
-
-std::string AsFormat(Format format, const SceneCoverage& coverage, const Records& records, const SceneNumbers& story) {
-    return InFormat(
-        format, [&] { return AsText(coverage, records, story); },
-        [&] { return DocumentText("coverage", DocumentOf(coverage, records, story)); },
-        [&] { return RecordTable(RowsOf(DocumentOf(coverage, records, story))).AsCsv(); });
-}
-
-} // namespace
-
 int RunCoverage(const CoverageOptions& options, Output& output) {
-    const Story story = ReadStory(options.story);
-    const SceneNumbers numbers = NumbersOf(SceneSelection(*story.root));
-    const Toolkit toolkit;
-    Drafts drafts(story, options);
-    Records records;
-    const bool allRead = ReadRecords(options, numbers, drafts, records, output);
-    const SceneCoverage coverage = FindSceneCoverage(records, numbers);
-    output.Result(AsFormat(options.format, coverage, records, numbers));
-    output.Note(fmt::format("{} of {} scenes shown", numbers.size() - coverage.uncovered.size(), numbers.size()));
+    RefuseToReplace(options.target.file, InputsOf(options.clips));
+    const Story story = ReadStory(options.clips.story);
+    const CoveredClips covered = ReadCoveredClips(story, options.clips, output);
+    const SceneCoverage& coverage = covered.coverage;
+    const std::size_t sceneCount = covered.story.size();
+    const auto document = [&] { return DocumentOf(covered.coverage, covered.records, covered.story); };
+    DeliverResult(options.target,
+                  {"coverage", [&] { return AsText(covered.coverage, covered.records, covered.story); },
+                   [&] { return DocumentText("coverage", document()); },
+                   [&] { return RecordTable(RowsOf(document())); }},
+                  output);
+    output.Note(fmt::format("{} of {} scenes shown", sceneCount - coverage.uncovered.size(), sceneCount));
     const bool allMatched = coverage.unknown.empty() && coverage.ambiguous.empty();
-    return !allRead ? kSomeFailed : allMatched ? kDone : kUnmatched;
+    return !covered.allRead ? kSomeFailed : allMatched ? kDone : kUnmatched;
 }
 
 Json CoverageSchema() {

@@ -1,23 +1,15 @@
 #pragma once
 
-#include <string>
-#include <vector>
-
-#include "clip/Clip.h"
-#include "output/Format.h"
+#include "commands/CoveredClips.h"
+#include "commands/Results.h"
 #include "output/Json.h"
 #include "output/Output.h"
-#include "story/StoryReader.h"
 
 namespace zonstory {
 
 struct CoverageOptions {
-    StoryFile story;
-    std::vector<std::string> clips; ///< Files and folders.
-    bool recursive = false;
-    ClipOptions clip;
-    std::string oldStory; ///< An earlier draft, read as the story is; may be empty.
-    Format format = Format::Text;
+    ClipsOfStory clips;
+    ResultTarget target;
 };
 
 /// Prints the story's scenes with the clips and takes that carry them, the scenes that no clip shows, and the clips whose

@@ -67,6 +67,7 @@ CarriedNumbers CarriedNumbersIn(SXMPMeta& xmp) {
     CarriedNumbers carried;
     zonstoryparser::GetSceneNumberFromXMP(xmp, nullptr, &carried.scene);
     xmp.GetProperty(zonmetadata::kDynamicMediaNamespaceURI, "takeNumber", &carried.take, nullptr);
+    xmp.GetProperty(zonmetadata::kDynamicMediaNamespaceURI, "cameraLabel", &carried.camera, nullptr);
     return carried;
 }
 

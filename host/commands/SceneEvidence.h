@@ -23,6 +23,7 @@ SceneEvidence GatherEvidence(const std::filesystem::path& clip, const ClipOption
 struct CarriedNumbers {
     std::string scene;
     std::string take;
+    std::string camera = {}; ///< Its label: "A", "A-CAM".
 };
 
 CarriedNumbers CarriedNumbersIn(SXMPMeta& xmp);

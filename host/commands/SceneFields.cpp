@@ -44,6 +44,7 @@ const Fields<SceneFacts>& FieldsOf<SceneFacts>() {
         {"actionWords", "action", &SceneFacts::actionWords},
         {"speakers", "speakers", &SceneFacts::speakers, Shown::InTables},
         Field<SceneFacts>("page", "page", PageOf).ToTheRight().WhereTold(),
+        Field<SceneFacts>("lastPage", "last page", &SceneFacts::lastPage).WhereTold(),
         Field<SceneFacts>("eighths", "eighths", EighthsOf).WhereTold(),
         Field<SceneFacts>("omitted", nullptr, IsOmitted, Shown::InJson).WhereTold(),
         Field<SceneFacts>("omitted", "omitted", OmittedWord, Shown::InTables).WhereTold(),

@@ -20,11 +20,13 @@ const Fields<ScenesDocument>& FieldsOf<ScenesDocument>() {
 }
 
 int RunScenes(const ScenesOptions& options, Output& output) {
+    RefuseToReplace(options.target.file, {options.story.path});
     const Story story = ReadStory(options.story);
     const ScenesDocument document = {DescribeScenes(story)};
-    output.Result(InFormat(
-        options.format, [&] { return RecordTable(document.scenes).AsText(); },
-        [&] { return DocumentText("scenes", document); }, [&] { return RecordTable(document.scenes).AsCsv(); }));
+    DeliverResult(options.target,
+                  {"scenes", [&] { return RecordTable(document.scenes).AsText(); },
+                   [&] { return DocumentText("scenes", document); }, [&] { return RecordTable(document.scenes); }},
+                  output);
     return kDone;
 }
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "output/Format.h"
+#include "commands/Results.h"
 #include "output/Json.h"
 #include "output/Output.h"
 #include "story/StoryReader.h"
@@ -11,7 +11,7 @@ namespace zonstory {
 
 struct ScenesOptions {
     StoryFile story;
-    Format format = Format::Text;
+    ResultTarget target;
 };
 
 /// One row for every scene of the body.

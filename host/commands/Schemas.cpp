@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "commands/Characters.h"
+#include "commands/CharactersByScene.h"
 #include "commands/Check.h"
 #include "commands/ClipReport.h"
 #include "commands/Coverage.h"
@@ -17,6 +18,7 @@ namespace zonstory {
 std::vector<std::pair<std::string, std::string>> Schemas() {
     const std::pair<std::string, Json (*)()> documents[] = {
         {"characters", CharactersSchema},
+        {"characters-by-scene", SpeakersBySceneSchema},
         {"check", CheckSchema},
         {"coverage", CoverageSchema},
         {"diff", DiffSchema},

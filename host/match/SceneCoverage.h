@@ -15,6 +15,8 @@ struct CoverageRecord {
     std::string scene; ///< The number that the clip carries; empty where it carries none.
     std::string take;
     std::optional<std::string> state = {}; ///< Which draft's text it carries, in a word, where that is known.
+    std::string setUp = {};                ///< "A", where the number or the clip's name tells it.
+    std::string camera = {};               ///< What the clip's metadata calls the camera.
 };
 
 /// Which scenes of a story the clips show. Numbers name records by their place in the input.

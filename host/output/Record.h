@@ -122,6 +122,9 @@ struct Shape<std::vector<Type>> {
     static Json Schema() { return {{"type", "array"}, {"items", Shape<Type>::Schema()}}; }
 };
 
+template <typename Type>
+inline constexpr bool kIsNumber = std::is_same_v<Type, std::size_t> || std::is_same_v<Type, std::optional<std::size_t>>;
+
 template <typename Record>
 class Field {
 public:
@@ -133,8 +136,10 @@ public:
     Field(std::string name, const char* title, Getter get, Shown shown = Shown::Everywhere,
           std::string separator = ", ")
         : mName(std::move(name)), mTitle(title != nullptr ? title : ""), mShown(shown) {
-        using Value = Shape<std::remove_cvref_t<std::invoke_result_t<Getter, const Record&>>>;
+        using Type = std::remove_cvref_t<std::invoke_result_t<Getter, const Record&>>;
+        using Value = Shape<Type>;
         mAlign = Value::kAlign;
+        mIsNumber = kIsNumber<Type>;
         mSchema = &Value::Schema;
         mJson = [get](const Record& record) { return Value::AsJson(std::invoke(get, record)); };
         mCell = [get, separator](const Record& record) { return Value::AsCell(std::invoke(get, record), separator); };
@@ -159,7 +164,7 @@ public:
     bool IsTold(const Record& record) const { return !AsJson(record).is_null(); }
     bool IsInJson() const { return mShown != Shown::InTables; }
     bool IsInTables() const { return mShown != Shown::InJson; }
-    Column ItsColumn() const { return {CsvName(mName), mTitle, mAlign}; }
+    Column ItsColumn() const { return {CsvName(mName), mTitle, mAlign, mIsNumber}; }
     Json Schema() const { return mIsWhereTold ? mSchema()["anyOf"][0] : mSchema(); }
     Json AsJson(const Record& record) const { return mJson(record); }
     std::string AsCell(const Record& record) const { return mCell(record); }
@@ -169,6 +174,7 @@ private:
     std::string mTitle;
     Shown mShown;
     Align mAlign = Align::Left;
+    bool mIsNumber = false;
     bool mIsWhereTold = false;
     Json (*mSchema)() = nullptr;
     std::function<Json(const Record&)> mJson;

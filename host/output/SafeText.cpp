@@ -62,6 +62,12 @@ std::string SafeLines(std::string_view text) {
     });
 }
 
+std::string SafePage(std::string_view text) {
+    return Escape(text, [](utf8proc_int32_t codePoint) {
+        return codePoint != '\n' && codePoint != '\t' && utf8proc_category(codePoint) == UTF8PROC_CATEGORY_CC;
+    });
+}
+
 std::string ValidUTF8(std::string_view bytes) {
     return Escape(bytes, [](utf8proc_int32_t) { return false; });
 }

@@ -14,6 +14,10 @@ std::string SafeLine(std::string_view text);
 /// As SafeLine, but line feeds and tabs stay: for whole documents on their way to a terminal.
 std::string SafeLines(std::string_view text);
 
+/// For a page of markup, whose elements each end what a direction override begins: as SafeLines, but those stay, which
+/// scripts from right to left may need.
+std::string SafePage(std::string_view text);
+
 /// Valid UTF-8: each byte that is none becomes "\xe9". Everything else stays, control characters too.
 std::string ValidUTF8(std::string_view bytes);
 

@@ -15,6 +15,7 @@ struct Column {
     std::string name;  ///< In CSV: one word.
     std::string title; ///< In text.
     Align align = Align::Left;
+    bool isNumber = false; ///< Its cells are whole numbers, or empty.
 };
 
 /// Rows and columns, printed as aligned text or as CSV. Cells are UTF-8 of any content; file names may be any bytes.
@@ -30,6 +31,9 @@ public:
     std::string AsText() const;
     /// A line of names and a record for every row, as RFC 4180 has it. Cells are kept byte by byte.
     std::string AsCsv() const;
+
+    const std::vector<Column>& Columns() const { return mColumns; }
+    const std::vector<std::vector<std::string>>& Rows() const { return mRows; } ///< A cell for every column each.
 
 private:
     std::vector<Column> mColumns;

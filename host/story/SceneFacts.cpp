@@ -1,6 +1,7 @@
 #include "story/SceneFacts.h"
 
 #include <algorithm>
+#include <charconv>
 #include <unordered_map>
 #include <utility>
 
@@ -35,6 +36,36 @@ SceneFacts DescribeScene(const zonstoryparser::Scene& scene, std::size_t positio
     return facts;
 }
 
+constexpr std::size_t kEighthsOfPage = 8;
+
+std::optional<std::size_t> PlainNumber(const std::string& text) {
+    std::size_t number = 0;
+    const auto [rest, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    const bool isPlain = error == std::errc() && rest == text.data() + text.size() && number > 0 && number < 100000;
+    return isPlain ? std::optional(number) : std::nullopt;
+}
+
+// Follows the scenes down the pages. Where a scene begins is written; where it ends is counted from there, and no page
+// behind the one that the next scene begins on.
+void AddLastPages(std::vector<SceneFacts>& scenes) {
+    std::size_t place = 0; // in eighths from the top of page 1
+    for (std::size_t at = 0; at < scenes.size(); ++at) {
+        const auto page = PlainNumber(scenes[at].properties.page);
+        const std::size_t length = scenes[at].properties.eighths;
+        if (!page || length == 0) {
+            continue;
+        }
+        const std::size_t top = (*page - 1) * kEighthsOfPage;
+        place = std::clamp(place, top, top + kEighthsOfPage - 1) + length;
+        std::size_t last = (place - 1) / kEighthsOfPage + 1;
+        const auto next = at + 1 < scenes.size() ? PlainNumber(scenes[at + 1].properties.page) : std::nullopt;
+        if (next && *next >= *page) {
+            last = std::min(last, *next);
+        }
+        scenes[at].lastPage = last;
+    }
+}
+
 } // namespace
 
 std::vector<SceneFacts> DescribeScenes(const Story& story) {
@@ -43,6 +74,7 @@ std::vector<SceneFacts> DescribeScenes(const Story& story) {
         table.push_back(DescribeScene(*scene, table.size() + 1));
         table.back().properties = story.scenes[table.size() - 1];
     }
+    AddLastPages(table);
     return table;
 }
 
@@ -55,12 +87,14 @@ std::vector<CharacterFacts> DescribeCharacters(const zonstoryparser::Talewright&
         for (const auto& [character, dialogue] : zonstoryparser::GatherSceneContent(*scene).dialogues) {
             const auto [row, isNew] = rows.try_emplace(zonstoryparser::SpeakerName(character), table.size());
             if (isNew) {
-                table.push_back({UTF16to8(row->first), {}, 0, 0});
+                table.push_back({UTF16to8(row->first), {}, {}, 0, 0});
             }
             CharacterFacts& facts = table[row->second];
             if (facts.scenes.empty() || facts.scenes.back() != position) {
                 facts.scenes.push_back(position);
+                facts.linesInScene.push_back(0);
             }
+            ++facts.linesInScene.back();
             ++facts.lines;
             facts.words += CountWords(dialogue);
         }

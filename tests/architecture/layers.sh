@@ -25,8 +25,9 @@ host/output   : text files
 host/story    : text
 host/clip     : text files
 host/match    : output text
-host/commands : output story clip match text files
-host/cli      : output story clip match commands text files
+host/report   : output story text
+host/commands : output story clip match report text files
+host/cli      : output story clip match report commands text files
 '
 
 failures=0

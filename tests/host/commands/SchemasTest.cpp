@@ -58,6 +58,7 @@ TEST(Schemas, EveryDocumentFitsItsOwn) {
                                      {"info", results({"info", "s.skrx"})},
                                      {"scenes", results({"scenes", "s.skrx"})},
                                      {"characters", results({"characters", "s.skrx"})},
+                                     {"characters-by-scene", results({"characters", "s.skrx", "--by-scene"})},
                                      {"check", results({"check", "s.skrx"})},
                                      {"show", results({"show", "1-2.mov"})},
                                      {"match", results({"match", "s.skrx", ".", "--log", "log.csv"})},

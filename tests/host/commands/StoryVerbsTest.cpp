@@ -113,11 +113,14 @@ constexpr char kFDX[] = R"(<FinalDraft><Content>
 
 TEST_F(StoryVerbs, TakeFDX) {
     support::WriteFile(mZonstory / "s.fdx", kFDX);
-    EXPECT_EQ(Results({"scenes", "s.fdx"}),
-              "#  scene  setting  location  time of day  duration  said  action  speakers  page  eighths  omitted  "
-              "revision\n"
-              "1  1      INT      A         DAY                       0       1               2        9           3\n"
-              "2  2               OMITTED                             0       0                           omitted\n");
+    EXPECT_EQ(
+        Results({"scenes", "s.fdx"}),
+        "#  scene  setting  location  time of day  duration  said  action  speakers  page  last page  eighths  "
+        "omitted  revision\n"
+        "1  1      INT      A         DAY                       0       1               2          3        9     "
+        "      3\n"
+        "2  2               OMITTED                             0       0                                      "
+        "omitted\n");
     const json scenes = json::parse(Results({"scenes", "s.fdx", "--format=json"}))["scenes"];
     EXPECT_EQ(scenes[0]["page"], "2");
     EXPECT_EQ(scenes[0]["eighths"], 9);

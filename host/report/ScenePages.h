@@ -1,0 +1,15 @@
+#pragma once
+
+#include "report/ClipLines.h"
+#include "report/FactTable.h"
+#include "report/PageScene.h"
+
+namespace zonstory {
+
+/// The lined script: every scene with its text and a line for each clip that shows it.
+Json LinedScript(const PageInput& input, const std::vector<PageScene>& scenes, const ClipLooks& looks);
+
+/// The strip board, one strip a scene.
+FactTable StripBoard(const std::vector<PageScene>& scenes, bool hasClips);
+
+} // namespace zonstory

@@ -1,0 +1,70 @@
+#!/usr/bin/env bash
+# Opens reports in a real browser: that they open without a word on the console, that links lead somewhere, that what a
+# hostile story says never becomes markup, that they print, and what axe finds where that can be had.
+#   browse.sh ZONSTORY SAMPLES_DIR WORK_DIR      exit code 77 where there is no browser
+set -euo pipefail
+zonstory=$1 samples=$2 work=$3
+
+browser=$(command -v chromium || command -v chromium-browser) || { echo "skipped: no chromium"; exit 77; }
+mkdir -p "$work"
+work=$(cd "$work" && pwd)
+rm -rf "$work"/{rushes,profile,*.html,*.pdf,*.txt}
+mkdir "$work/rushes"
+fail() { echo "$1" >&2; exit 1; }
+
+browse() { # OPTIONS... FILE: what the browser prints of a page; its console goes to console.txt
+    timeout 60 "$browser" --headless --no-sandbox --disable-gpu --hide-scrollbars --no-first-run --disable-extensions \
+        --user-data-dir="$work/profile" --enable-logging=stderr --virtual-time-budget=20000 "$@" 2>"$work/console.txt" ||
+        { cat "$work/console.txt"; fail "the browser failed"; }
+    if grep CONSOLE "$work/console.txt"; then fail "the console is not silent"; fi
+}
+
+# Clips that carry scenes, one of them under a hostile name; sidecars will do.
+hostile='"><img src=x onerror=document.title=1>'
+for name in 3A-1 3B-2 12-1 "$hostile"; do echo picture >"$work/rushes/$name.mxf"; done
+"$zonstory" -q write "$samples/the-last-ferry.fdx" --scene 3 "$work"/rushes/3*.mxf "$work/rushes/$hostile.mxf" >"$work/written.txt"
+printf 'Title: %s\n\nINT. %s - DAY #1#\n\n%s\n\n@%s\n(%s)\n%s\n' "$hostile" "$hostile" "<script>document.title=1</script>" \
+    "$hostile" "javascript:document.title=1" "</p><script>document.title=1</script>" >"$work/hostile.fountain"
+
+"$zonstory" report "$samples/the-last-ferry.fdx" "$work/rushes" -o "$work/ferry.html" >>"$work/written.txt"
+"$zonstory" report "$work/hostile.fountain" "$work/rushes" -o "$work/hostile.html" >>"$work/written.txt" 2>&1 || [ $? -eq 4 ]
+
+for page in ferry hostile; do
+    browse --dump-dom "file://$work/$page.html" >"$work/$page.dom.html"
+    # What the browser made of it: no element but the template's, and every link leads to a part of the page or a clip.
+    perl -0777 -ne '
+        my %known = map { $_ => 1 } qw(html head meta title style body a header h1 dl div dt dd nav ul li main section h2 b
+            figure h3 svg rect text table caption thead tr th tbody td article p span details summary bdi footer);
+        my $folder = shift @ARGV;
+        s/<style>.*?<\/style>//s;
+        while (/<([a-zA-Z][^\s>\/]*)/g) { $known{$1} or die "the page has an element $1\n" }
+        my %ids;
+        while (/ id="([^"]*)"/g) { $ids{$1}++ and die "two parts are called $1\n" }
+        my $links = 0;
+        while (/ href="([^"]*)"/g) {
+            (my $link = $1) =~ s/%([0-9A-F]{2})/chr hex $1/ge;
+            ++$links;
+            ($link =~ /^#(.*)/ ? $ids{$1} : -e "'"$work"'/$link") or die "$link leads nowhere\n";
+        }
+        $links > 9 or die "only $links links\n";' "$work/$page.dom.html"
+done
+grep -q '>Clips that show scene 3\|aria-label="Clips that show scene 3"' "$work/ferry.dom.html" || fail "scene 3 has no lines"
+grep -qF 'Sixty-three years late' "$work/ferry.dom.html" || fail "the script is not on the page"
+grep -q '<title>"&gt;&lt;img' "$work/hostile.dom.html" || fail "the title changed"
+
+browse --no-pdf-header-footer --print-to-pdf="$work/ferry.pdf" "file://$work/ferry.html"
+[ "$(head -c 5 "$work/ferry.pdf")" = "%PDF-" ] && [ "$(wc -c <"$work/ferry.pdf")" -gt 20000 ] || fail "it does not print"
+
+# axe from the registry that npm is set up with. It runs in a copy that allows scripts, light and dark.
+axe=$work/npm/node_modules/axe-core/axe.min.js
+[ -f "$axe" ] || { mkdir -p "$work/npm"; timeout 60 npm install --silent --no-audit --no-fund --prefix "$work/npm" axe-core@4 >"$work/npm.txt" 2>&1; } ||
+    { echo "not checked by axe: npm or its registry is not there"; exit 0; }
+for scheme in 0 1; do
+    perl -0777 -pe 's/<meta http-equiv="Content-Security-Policy"[^>]*>//; s{</body>}{<script src="'"$axe"'"></script><script>
+        axe.run().then(found => { document.documentElement.innerHTML = "<pre>AXE " + found.passes.length + "\\n" +
+            found.violations.map(v => "VIOLATION " + v.id + ": " + v.nodes.length + " " + v.nodes[0].html + " " +
+                v.nodes[0].failureSummary).join("\\n"); });</script></body>}' "$work/ferry.html" >"$work/axe.html"
+    browse --blink-settings=preferredColorScheme=$scheme --dump-dom "file://$work/axe.html" >"$work/axe$scheme.txt"
+    grep -qE 'AXE [1-9][0-9]' "$work/axe$scheme.txt" || fail "axe did not run"
+    if grep VIOLATION "$work/axe$scheme.txt"; then fail "axe objects (colour scheme $scheme)"; fi
+done
