@@ -33,25 +33,20 @@ zoncore::AttributeMap Attributes(fuzz::ByteSource& data) {
 }
 
 void Deliver(fuzz::ByteSource& data, zonstoryparser::StoryParser& parser) {
-    switch (data.Below(16)) {
-    case 0:
-        return parser.StartDocument();
-    case 1:
-        return parser.EndDocument();
-    case 2:
-        return parser.SetParseError(data.Units(12));
-    case 3:
-    case 4:
-    case 5:
-        return parser.Characters(Value(data));
-    case 6:
-    case 7:
-    case 8:
-    case 9:
-        return parser.EndElement(data.OneOf(kNames));
-    default:
+    const std::size_t kind = data.Below(16);
+    if (kind == 0) {
+        parser.StartDocument();
+    } else if (kind == 1) {
+        parser.EndDocument();
+    } else if (kind == 2) {
+        parser.SetParseError(data.Units(12));
+    } else if (kind < 6) {
+        parser.Characters(Value(data));
+    } else if (kind < 10) {
+        parser.EndElement(data.OneOf(kNames));
+    } else {
         const UString& name = data.OneOf(kNames); // first, so that every compiler takes a file apart in the same way
-        return parser.StartElement(name, Attributes(data));
+        parser.StartElement(name, Attributes(data));
     }
 }
 

@@ -48,41 +48,34 @@ private:
     rlimit mUsual{};
 };
 
+// What is made of each number from `first` to before `end`.
+template <typename Make>
+std::string ForEach(int first, int end, Make make) {
+    std::string all;
+    for (int number = first; number < end; ++number) {
+        all += make(number);
+    }
+    return all;
+}
+
 std::string Entity(int number, const std::string& value) {
     return "<!ENTITY a" + std::to_string(number) + " '" + value + "'>";
 }
 
-std::string Chain(int length) {
-    std::string prolog = "<!DOCTYPE t [" + Entity(0, "ha");
-    for (int link = 1; link < length; ++link) {
-        prolog += Entity(link, "&a" + std::to_string(link - 1) + ";");
-    }
-    return prolog + "]>";
-}
-
-// Ten times ten times ... of itself, as attackers send it.
-std::string Laughs() {
-    std::string prolog = "<!DOCTYPE t [" + Entity(0, "ha");
-    for (int level = 1; level < 10; ++level) {
-        prolog += Entity(level, Repeated("&a" + std::to_string(level - 1) + ";", 10));
-    }
-    return WithAction("&a9;", prolog + "]>");
-}
-
-std::string ManyAttributes(int count) {
-    std::string scene = "<scene";
-    for (int number = 0; number < count; ++number) {
-        scene += " a" + std::to_string(number) + "=''";
-    }
-    return WithBody(scene + "/>");
+// Each of `copies` of the one before.
+std::string Chain(int length, std::size_t copies = 1) {
+    const auto link = [&](int number) {
+        return Entity(number, Repeated("&a" + std::to_string(number - 1) + ";", copies));
+    };
+    return "<!DOCTYPE t [" + Entity(0, "ha") + ForEach(1, length, link) + "]>";
 }
 
 std::string DefaultAttributes(int count, const std::string& value) {
-    std::string prolog = "<!DOCTYPE t [";
-    for (int number = 0; number < count; ++number) {
-        prolog += "<!ATTLIST scene a" + std::to_string(number) + " CDATA '" + value + "'>";
-    }
-    return prolog + "]>";
+    return "<!DOCTYPE t [" +
+           ForEach(
+               0, count,
+               [&](int number) { return "<!ATTLIST scene a" + std::to_string(number) + " CDATA '" + value + "'>"; }) +
+           "]>";
 }
 
 std::string Nested(std::size_t depth) {
@@ -113,14 +106,15 @@ TEST(Limits, AttacksEndInBoundedMemoryWithAMessage) {
     const struct {
         std::string bytes, message;
     } rows[] = {
-        {Laughs(), amplification},
+        {WithAction("&a9;", Chain(10, 10)), amplification}, // ten times ten times ... of itself, as attackers send it
         {WithAction(Repeated("&a0;", 3000), "<!DOCTYPE t [" + Entity(0, large.substr(0, 100'000)) + "]>"),
          amplification},
         {WithAction("&a99999;", Chain(100'000)), entities}, // the XML parser would run out of stack
         {WithBody("<scene objID='&a99999;'/>", Chain(100'000)), entities},
         {WithBody(Repeated("<scene/>", 3000), DefaultAttributes(1, large.substr(0, 60'000))), text},
         {WithBody(Repeated("<scene/>", 1000), DefaultAttributes(10'000, "")), items},
-        {ManyAttributes(1'000'000), markup},
+        {WithBody("<scene" + ForEach(0, 1'000'000, [](int n) { return " a" + std::to_string(n) + "=''"; }) + "/>"),
+         markup},
         {WithBody("<scene sceneNumber='" + large + "'/>"), markup},
         {WithBody("<" + large + "/>"), markup},
         {WithBody("<!--" + large + "-->"), markup},

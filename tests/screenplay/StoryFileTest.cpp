@@ -23,14 +23,16 @@ using zonscreenplay::ReadScreenplay;
 using zonscreenplay::ReadScreenplayFromMemory;
 using zonscreenplay::Screenplay;
 
-const zonstoryparser::Scene& FirstScene(const Screenplay& story) {
-    return *story.root->document->body->section->scenes.at(0);
-}
-
 zoncore::UString FirstText(const Screenplay& story) {
     zoncore::UString text;
-    zonstoryparser::GetTextRuns(FirstScene(story).paragraphs.at(0), text);
+    zonstoryparser::GetTextRuns(story.root->document->body->section->scenes.at(0)->paragraphs.at(0), text);
     return text;
+}
+
+Screenplay ReadInPieces(const std::string& bytes, std::size_t pieceSize) {
+    ReadOptions options;
+    options.pieceSize = pieceSize;
+    return ReadScreenplayFromMemory(bytes, "film.skrx", options);
 }
 
 struct EncodingCase {
@@ -60,9 +62,7 @@ TEST(StoryEncoding, IsReadWholeAndInPieces) {
     for (const EncodingCase& c : kEncodingCases) {
         SCOPED_TRACE(c.name);
         for (const std::size_t pieceSize : {1U, 2U, 3U, 5U, 65536U}) {
-            ReadOptions options;
-            options.pieceSize = pieceSize;
-            EXPECT_EQ(FirstText(ReadScreenplayFromMemory(c.bytes, "s", options)), c.text) << pieceSize;
+            EXPECT_EQ(FirstText(ReadInPieces(c.bytes, pieceSize)), c.text) << pieceSize;
         }
     }
 }
@@ -103,13 +103,10 @@ const RefusedCase kRefusedCases[] = {
 TEST(RefusedStory, SaysWhereAndWhy) {
     for (const RefusedCase& c : kRefusedCases) {
         SCOPED_TRACE(c.name);
+        const std::string where = "film.skrx:" + std::to_string(c.line) + ":" + std::to_string(c.column) + ": ";
         for (const std::size_t pieceSize : {1U, 65536U}) {
-            ReadOptions options;
-            options.pieceSize = pieceSize;
-            EXPECT_THAT(support::MessageOf<ReadError>([&] { ReadScreenplayFromMemory(c.bytes, "film.skrx", options); }),
-                        ::testing::AllOf(::testing::StartsWith("film.skrx:" + std::to_string(c.line) + ":" +
-                                                               std::to_string(c.column) + ": "),
-                                         ::testing::HasSubstr(c.message)));
+            EXPECT_THAT(support::MessageOf<ReadError>([&] { ReadInPieces(c.bytes, pieceSize); }),
+                        ::testing::AllOf(::testing::StartsWith(where), ::testing::HasSubstr(c.message)));
         }
     }
 }

@@ -182,41 +182,33 @@ TEST_F(ClipVerbs, NamesAreTakenAsTheyAre) {
     EXPECT_THAT(mZonstory.Run({"show", "--format", "csv", "caf\xE9.mov"}).out, HasSubstr("caf\xE9.mov,inside,"));
 }
 
-TEST_F(ClipVerbs, FoldersStandForTheirClips) {
-    fs::create_directories(mZonstory / "in/deep");
-    for (const char* const name : {"in/a.mov", "in/deep/b.mov"}) {
-        fs::copy_file(mZonstory / mMov, mZonstory / name);
-    }
-    EXPECT_EQ(Write("1", {"in"}).out, "in/a.mov: written, scene 1\n");
-    EXPECT_EQ(Write("1", {"in", "-r"}).out, "in/a.mov: unchanged, scene 1\nin/deep/b.mov: written, scene 1\n");
-}
-
 // Waits for the first clip to be replaced, so that the run is known to be in the middle of its work.
 TEST_F(ClipVerbs, SignalsStopBetweenClips) {
     constexpr int kClips = 100;
     const auto size = fs::file_size(mZonstory / mMov);
     for (const int signal : {SIGINT, SIGHUP, SIGQUIT}) {
         fs::remove_all(mZonstory / "in");
-        fs::create_directory(mZonstory / "in");
+        fs::create_directories(mZonstory / "in/card");
         for (int number = 0; number < kClips; ++number) {
-            fs::copy_file(mZonstory / mMov, mZonstory / ("in/" + std::to_string(1000 + number) + ".mov"));
+            fs::copy_file(mZonstory / mMov, mZonstory / ("in/card/" + std::to_string(1000 + number) + ".mov"));
         }
         support::RunningProgram program =
-            mZonstory.Start({"write", "s.skrx", "--scene", "1", "in", "--report", "r.json"});
-        while (fs::file_size(mZonstory / "in/1000.mov") == size && !program.HasEnded()) {
+            mZonstory.Start({"write", "s.skrx", "--scene", "1", "-r", "in", "--report", "r.json"});
+        while (fs::file_size(mZonstory / "in/card/1000.mov") == size && !program.HasEnded()) {
             std::this_thread::sleep_for(std::chrono::milliseconds(1));
         }
         program.Send(signal);
         const ZonstoryResult result = mZonstory.Wait(std::move(program));
         EXPECT_EQ(result.signal, signal);
         EXPECT_THAT(result.err, AllOf(HasSubstr(" written, 0 unchanged, 0 failed, "), HasSubstr(" not done\n")));
-        EXPECT_EQ(support::NamesIn(mZonstory / "in").size(), static_cast<std::size_t>(kClips));
+        EXPECT_EQ(support::NamesIn(mZonstory / "in/card").size(), static_cast<std::size_t>(kClips));
         const json clips = json::parse(support::ReadFile(mZonstory / "r.json"))["clips"];
         EXPECT_EQ(clips.size(), static_cast<std::size_t>(kClips));
         EXPECT_EQ(clips[0]["result"], "written");
         EXPECT_EQ(clips[kClips - 1]["result"], "not done");
     }
-    EXPECT_EQ(Write("1", {"in", "-j", "2"}).exitCode, 0);
+    EXPECT_EQ(Write("1", {"in/card", "-j", "2"}).exitCode, 0);
+    EXPECT_EQ(Write("1", {"in"}).err, "0 written, 0 unchanged, 0 failed\n");
 }
 
 TEST_F(ClipVerbs, RecoverRemovesWhatKilledRunsLeft) {

@@ -34,13 +34,16 @@ class MatchVerbs : public ::testing::Test {
 protected:
     MatchVerbs() {
         support::WriteFile(mZonstory / "s.skrx", StoryOf({"1", "2", "3", "12", "12A", "7", "7", ""}));
-        mMov = support::MakeClip(mZonstory.Folder(), support::SampleNamed("MovIndexAtEnd"));
+        const fs::path mov = support::MakeClip(mZonstory.Folder(), support::SampleNamed("MovIndexAtEnd"));
+        mMov = support::ReadFile(mov);
+        fs::remove(mov);
     }
 
-    // A clip of this name, in folders as the name has them.
-    void Add(const std::string& name) const {
-        fs::create_directories((mZonstory / name).parent_path());
-        fs::copy_file(mMov, mZonstory / name);
+    // Clips of these names, in folders as the names have them.
+    void Add(const std::vector<std::string>& names) const {
+        for (const std::string& name : names) {
+            support::WriteFile(mZonstory / name, mMov);
+        }
     }
 
     // A recorder's WAV: made by ffmpeg, its iXML behind.
@@ -64,14 +67,12 @@ protected:
     }
 
     Zonstory mZonstory;
-    fs::path mMov;
+    std::string mMov;
 };
 
 TEST_F(MatchVerbs, EverySourceIsAskedInItsOrder) {
-    for (const char* const name : {"c/12A-3.mov", "c/2B_T01.mov", "c/Sc1_Sc2.mov", "c/1080.mov", "c/7-1.mov",
-                                   "c/Scene 3/A007C006_160424_R28L.mov", "c/1-9.mov"}) {
-        Add(name);
-    }
+    Add({"c/12A-3.mov", "c/2B_T01.mov", "c/Sc1_Sc2.mov", "c/1080.mov", "c/7-1.mov",
+         "c/Scene 3/A007C006_160424_R28L.mov", "c/1-9.mov"});
     AddWav("c/T001.wav", "3");
     AddWav("c/1C-2.wav", "2");
     ASSERT_EQ(::mkfifo((mZonstory / "pipe.wav").c_str(), 0600), 0);
@@ -109,9 +110,7 @@ TEST_F(MatchVerbs, EverySourceIsAskedInItsOrder) {
 }
 
 TEST_F(MatchVerbs, CsvIsWhatWriteReads) {
-    for (const char* const name : {"c/12A-3.mov", "c/Sc1_Sc2.mov", "c/a, \"b\".mov"}) {
-        Add(name);
-    }
+    Add({"c/12A-3.mov", "c/Sc1_Sc2.mov", "c/a, \"b\".mov"});
     const ZonstoryResult csv = mZonstory.Run({"match", "s.skrx", "c", "--format", "csv"});
     EXPECT_EQ(csv.exitCode, 4);
     support::WriteFile(mZonstory / "map.csv", csv.out);
@@ -124,9 +123,7 @@ TEST_F(MatchVerbs, CsvIsWhatWriteReads) {
 }
 
 TEST_F(MatchVerbs, WriteMatchWritesWhatIsSure) {
-    for (const char* const name : {"c/12A-3.mov", "c/1-2.mov", "c/Sc1_Sc2.mov", "c/2 men.mov"}) {
-        Add(name);
-    }
+    Add({"c/12A-3.mov", "c/1-2.mov", "c/Sc1_Sc2.mov", "c/2 men.mov"});
     const auto untouched = support::ReadFile(mZonstory / "c/Sc1_Sc2.mov");
     const ZonstoryResult sure = mZonstory.Run({"write", "s.skrx", "--match", "--min-confidence", "high", "c"});
     EXPECT_EQ(sure.exitCode, 4);
@@ -148,8 +145,7 @@ TEST_F(MatchVerbs, WriteMatchWritesWhatIsSure) {
 }
 
 TEST_F(MatchVerbs, ContinuousSlatesNeedALog) {
-    Add("c/213-4.mov");
-    Add("c/12-1.mov");
+    Add({"c/213-4.mov", "c/12-1.mov"});
     support::WriteFile(mZonstory / "day.csv", "Slate,Take,Scene\n213,4,12A\n");
     const json alone = Match({"c", "--slates", "continuous"});
     EXPECT_EQ(alone["c/12-1.mov"]["verdict"], "unmatched");
@@ -159,8 +155,7 @@ TEST_F(MatchVerbs, ContinuousSlatesNeedALog) {
 }
 
 TEST_F(MatchVerbs, AmbiguousLogRowsAreNamed) {
-    Add("a/C0001.mov");
-    Add("b/C0001.mov");
+    Add({"a/C0001.mov", "b/C0001.mov"});
     support::WriteFile(mZonstory / "log.csv", "Clip,Scene\nC0001.mov,2\n");
     const ZonstoryResult result = mZonstory.Run({"match", "s.skrx", "a", "b", "--log", "log.csv"});
     EXPECT_EQ(result.exitCode, 4);
@@ -170,10 +165,8 @@ TEST_F(MatchVerbs, AmbiguousLogRowsAreNamed) {
 }
 
 TEST_F(MatchVerbs, UsersSayWhatNobodyKnows) {
-    for (const char* const name : {"c/x1.mov", "c/Q_7_of_2.mov", "c/A001_C001_0115AB_001.mov",
-                                   "c/A001_C001_0115AB_002.mov", "c/A002_C003_0115CD_proxy.mov"}) {
-        Add(name);
-    }
+    Add({"c/x1.mov", "c/Q_7_of_2.mov", "c/A001_C001_0115AB_001.mov", "c/A001_C001_0115AB_002.mov",
+         "c/A002_C003_0115CD_proxy.mov"});
     support::WriteFile(mZonstory / "log.csv", "Filnavn;Bilete;Opptak\nx1.mov;2;5\n");
     const json known = Match({"c", "--log", "log.csv", "--columns", "file=Filnavn,scene=Bilete,take=Opptak"});
     EXPECT_EQ(known["c/x1.mov"]["scene"], "2");
@@ -193,9 +186,7 @@ TEST_F(MatchVerbs, UsersSayWhatNobodyKnows) {
 }
 
 TEST_F(MatchVerbs, CoverageCountsScenes) {
-    for (const char* const name : {"c/12A-3.mov", "c/12A-1.mov", "c/x.mov", "c/y.mov"}) {
-        Add(name);
-    }
+    Add({"c/12A-3.mov", "c/12A-1.mov", "c/x.mov", "c/y.mov"});
     mZonstory.Run({"write", "s.skrx", "--match", "c/12A-3.mov", "c/12A-1.mov"});
     const ZonstoryResult covered = mZonstory.Run({"coverage", "s.skrx", "c"});
     EXPECT_EQ(covered.exitCode, 0);
