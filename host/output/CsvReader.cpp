@@ -74,7 +74,7 @@ private:
         if (!mIsInsideRow) {
             mRow.line = mLine;
         }
-        const bool isEmpty = line.find_first_not_of("\r\n") == std::string_view::npos;
+        const bool isEmpty = line.find_first_not_of(" \t\r\n") == std::string_view::npos;
         mIsInsideRow = mIsInsideRow || !isEmpty;
         Require(csv_parse(&mParser, line.data(), line.size(), &OnField, &OnRow, this) == line.size());
     }

@@ -43,7 +43,7 @@ TEST(CsvFile, ReadsTheSameRows) {
 }
 
 TEST(CsvReader, CountsLinesOfTheFile) {
-    const auto rows = ParseCsv("sep=,\r\na,b\r\n\r\n\"x\r\ny\",1\r\nz,2\r\n", "t.csv").rows;
+    const auto rows = ParseCsv("sep=,\r\na,b\r\n \r\n\"x\r\ny\",1\r\nz,2\r\n", "t.csv").rows;
     ASSERT_EQ(rows.size(), 2U);
     EXPECT_EQ(rows[0].line, 4U);
     EXPECT_EQ(rows[0].fields[0], "x\r\ny");
