@@ -1,5 +1,7 @@
 #include "cli/CommonOptions.h"
 
+#include <stdexcept>
+
 #include <CLI/App.hpp>
 #include <CLI/Validators.hpp>
 
@@ -44,7 +46,7 @@ void AddSeconds(CLI::App& command, const std::string& name, std::chrono::seconds
 void AddStory(CLI::App& command, StoryFile& story, const std::string& name) {
     command.add_option(name, story.path, "The screenplay: a story file, FDX or Fountain; - for standard input")
         ->required()
-        ->type_name("");
+        ->type_name(name.starts_with('-') ? "FILE" : "");
     using Choice = std::optional<zonscreenplay::Format>;
     AddChoice<Choice>(command, "--from", story.format,
                       {{"story", zonscreenplay::Format::Story},
@@ -60,6 +62,23 @@ void AddStory(CLI::App& command, StoryFile& story, const std::string& name) {
             "Refuse a story beyond this size, or one that would grow beyond it; 128 unless given")
         ->check(CLI::Range(std::size_t{1}, std::size_t{1024} * 1024))
         ->type_name("MIB");
+}
+
+CLI::Option* AddText(CLI::App& command, const char* name, const char* type, const char* description,
+                     const std::function<void(const std::string&)>& read) {
+    const auto check = [read](const std::string& text) {
+        try {
+            read(text);
+        } catch (const std::invalid_argument& error) {
+            return std::string(error.what());
+        }
+        return std::string();
+    };
+    return command
+        .add_option_function<std::string>(
+            name, [](const std::string&) {}, description)
+        ->check(CLI::Validator(check, ""))
+        ->type_name(type);
 }
 
 void AddFormat(CLI::App& command, Format& format) {

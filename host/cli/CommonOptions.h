@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -17,7 +18,12 @@ class Option;
 namespace zonstory {
 
 /// The file, and --max-size.
+/// @param name  Of an argument, or of an option.
 void AddStory(CLI::App& command, StoryFile& story, const std::string& name = "STORY");
+/// An option of some grammar.
+/// @param read  Throws std::invalid_argument for what it cannot read.
+CLI::Option* AddText(CLI::App& command, const char* name, const char* type, const char* description,
+                     const std::function<void(const std::string&)>& read);
 void AddFormat(CLI::App& command, Format& format);
 /// --format and -o.
 void AddResultTarget(CLI::App& command, ResultTarget& target);

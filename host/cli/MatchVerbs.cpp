@@ -1,8 +1,6 @@
 #include "cli/MatchVerbs.h"
 
-#include <functional>
 #include <memory>
-#include <stdexcept>
 
 #include <CLI/App.hpp>
 #include <CLI/Validators.hpp>
@@ -42,24 +40,6 @@ void AddSlates(CLI::App& command, SlateStyle& slates) {
         ->type_name("");
 }
 
-// An option that throws std::invalid_argument for what it cannot read.
-void AddText(CLI::App& command, const char* name, const char* type, const char* description,
-             const std::function<void(const std::string&)>& read) {
-    const auto check = [read](const std::string& text) {
-        try {
-            read(text);
-        } catch (const std::invalid_argument& error) {
-            return std::string(error.what());
-        }
-        return std::string();
-    };
-    command
-        .add_option_function<std::string>(
-            name, [](const std::string&) {}, description)
-        ->check(CLI::Validator(check, ""))
-        ->type_name(type);
-}
-
 // A story, clips that are asked what they show of it, and the draft before.
 CLI::Option* AddClipsOfStory(CLI::App& command, ClipsOfStory& options) {
     AddStory(command, options.story);
@@ -82,9 +62,8 @@ void AddMatchSettings(CLI::App& command, MatchSettings& settings) {
         ->type_name("FILE")
         ->allow_extra_args(false);
     AddText(command, "--columns", "KIND=NAME,...",
-            "Names of a log's columns that are not known: clip=Datei,scene=Szene; kinds are clip, file, sound, reel, "
-            "number, "
-            "scene, take and slate",
+            "Names of a log's columns that are not known: clip=Datei,scene=Szene; kinds are clip, file, folder, sound, "
+            "reel, number, scene, take and slate",
             [&settings](const std::string& text) { settings.columns = ParseGivenColumns(text); });
     AddText(command, "--pattern", "PATTERN",
             "What the clips are called, where names do not tell it: '{scene}{setup}-{take}'; also {shot}, {camera}, "

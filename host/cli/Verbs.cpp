@@ -1,4 +1,5 @@
 #include "cli/ClipVerbs.h"
+#include "cli/LogVerb.h"
 #include "cli/MatchVerbs.h"
 #include "cli/StoryVerbs.h"
 #include "cli/Verb.h"
@@ -83,6 +84,15 @@ const std::vector<Verb>& Verbs() {
          "without any, it is about the script alone. Clips beneath the page's folder, or the one above, are linked. "
          "Changes no clip.",
          AddReport},
+        {"log", "Fill in logs what the script says of their clips",
+         "zonstory log day3.ale --story film.fdx -o out/day3.ale",
+         "Reads ALE, CSV and FCPXML and writes them with scene, take, setting, location, time of day, dialogue, action "
+         "and characters: empty cells are filled, columns that are missing are added, and every other byte stays. A "
+         "cell with another value stays and is listed, unless --replace is given. Each row's scene is found as 'match' "
+         "finds a clip's, from what the row and other logs say and from the names in it; a row that it is not sure of "
+         "stays and is listed. In FCPXML, scene and take are metadata of the clip, the other fields its note and "
+         "keywords.",
+         AddLog},
         {"recover", "Remove what killed runs left beside clips", "zonstory recover --dry-run /mnt/show",
          "A run that was killed, or met a power cut, leaves the new version that it was making in the hidden folder "
          ".zonstory-work beside the clip; the clip itself is whole. The next run there removes it, too. What a live "

@@ -11,7 +11,6 @@
 #include "commands/InOrder.h"
 #include "commands/SceneEvidence.h"
 #include "files/ReadFile.h"
-#include "match/ClipLog.h"
 #include "match/LogIndex.h"
 #include "match/NamePatterns.h"
 #include "output/CsvReader.h"
@@ -25,24 +24,6 @@ ClipLog ReadLogFile(const std::string& path, const GivenColumns& columns) try {
     return ReadClipLog(ReadFile(path), path, columns);
 } catch (const FileError& error) {
     throw CsvError(path, 0, error.what());
-}
-
-std::vector<ClipLog> ReadLogFiles(const MatchSettings& settings) {
-    std::vector<ClipLog> logs;
-    logs.reserve(settings.logs.size());
-    std::transform(settings.logs.begin(), settings.logs.end(), std::back_inserter(logs),
-                   [&](const std::string& path) { return ReadLogFile(path, settings.columns); });
-    return logs;
-}
-
-std::vector<std::string> AbsolutePaths(const std::vector<SelectedClip>& clips) {
-    std::vector<std::string> paths;
-    paths.reserve(clips.size());
-    for (const SelectedClip& clip : clips) {
-        std::error_code ignored;
-        paths.push_back(std::filesystem::absolute(clip.path, ignored).lexically_normal().string());
-    }
-    return paths;
 }
 
 std::vector<std::pair<std::string, std::string>> AllFields(const LogIndex::RowOfLog& source) {
@@ -75,26 +56,6 @@ SceneEvidence Gather(const SelectedClip& clip, const ClipOptions& options) {
     return evidence;
 }
 
-using Statements = std::vector<Statement>;
-
-// What logs and the clips themselves say; problems are warnings.
-std::vector<Statements> GatherFields(const std::vector<SelectedClip>& clips, const LogIndex& index,
-                                     const ClipOptions& options, Output& output) {
-    std::vector<Statements> fields(clips.size());
-    const auto gather = [&](std::size_t at) { return Gather(clips[at], options); };
-    const auto add = [&](std::size_t at, SceneEvidence evidence) {
-        if (!evidence.problem.empty()) {
-            output.Warning(clips[at].path.string() + ": " + evidence.problem);
-        }
-        fields[at] = index.Statements(at);
-        std::move(evidence.statements.begin(), evidence.statements.end(), std::back_inserter(fields[at]));
-        output.Progress(fmt::format("{} of {} clips", at + 1, clips.size()));
-    };
-    ComputeInOrder<SceneEvidence>(clips.size(), std::thread::hardware_concurrency(), gather, add);
-    output.EndProgress();
-    return fields;
-}
-
 std::size_t Count(const ClipMatches& matches, Verdict verdict) {
     const auto has = [verdict](const ClipMatch& match) {
         return match.clip.refusal.empty() && match.decision.verdict == verdict;
@@ -117,6 +78,40 @@ SceneNumbers NumbersOf(const SceneSelection& scenes) {
     return SceneNumbers(std::move(numbers));
 }
 
+std::vector<ClipLog> ReadLogFiles(const MatchSettings& settings) {
+    std::vector<ClipLog> logs;
+    logs.reserve(settings.logs.size());
+    std::transform(settings.logs.begin(), settings.logs.end(), std::back_inserter(logs),
+                   [&](const std::string& path) { return ReadLogFile(path, settings.columns); });
+    return logs;
+}
+
+std::vector<std::string> AbsolutePaths(const std::vector<SelectedClip>& clips) {
+    std::vector<std::string> paths;
+    paths.reserve(clips.size());
+    for (const SelectedClip& clip : clips) {
+        std::error_code ignored;
+        paths.push_back(std::filesystem::absolute(clip.path, ignored).lexically_normal().string());
+    }
+    return paths;
+}
+
+std::vector<std::vector<Statement>> GatherClipStatements(const std::vector<SelectedClip>& clips,
+                                                         const ClipOptions& options, Output& output) {
+    std::vector<std::vector<Statement>> statements(clips.size());
+    const auto gather = [&](std::size_t at) { return Gather(clips[at], options); };
+    const auto add = [&](std::size_t at, SceneEvidence evidence) {
+        if (!evidence.problem.empty()) {
+            output.Warning(clips[at].path.string() + ": " + evidence.problem);
+        }
+        statements[at] = std::move(evidence.statements);
+        output.Progress(fmt::format("{} of {} clips", at + 1, clips.size()));
+    };
+    ComputeInOrder<SceneEvidence>(clips.size(), std::thread::hardware_concurrency(), gather, add);
+    output.EndProgress();
+    return statements;
+}
+
 ClipMatches MatchClips(const SceneSelection& scenes, std::vector<SelectedClip> clips, const MatchSettings& settings,
                        const ClipOptions& options, Output& output) {
     const std::vector<ClipLog> logs = ReadLogFiles(settings);
@@ -124,7 +119,11 @@ ClipMatches MatchClips(const SceneSelection& scenes, std::vector<SelectedClip> c
     const LogIndex index(logs, paths, settings.slates);
     WarnOfLogs(index, output);
     ClipMatches matches = {NumbersOf(scenes), {}, {}};
-    std::vector<Statements> fields = GatherFields(clips, index, options, output);
+    std::vector<std::vector<Statement>> fields = GatherClipStatements(clips, options, output);
+    for (std::size_t at = 0; at < clips.size(); ++at) {
+        const std::vector<Statement> logged = index.Statements(at);
+        fields[at].insert(fields[at].begin(), logged.begin(), logged.end());
+    }
     const NamePatterns names(paths, fields, matches.story, {settings.slates, settings.pattern});
     matches.patterns = names.Lines();
     for (const std::size_t odd : names.OddOnes()) {
@@ -134,8 +133,8 @@ ClipMatches MatchClips(const SceneSelection& scenes, std::vector<SelectedClip> c
         ClipMatch match;
         match.clip = std::move(clips[at]);
         if (match.clip.refusal.empty()) {
-            Statements statements = std::move(fields[at]);
-            const Statements more = names.Statements(at);
+            std::vector<Statement> statements = std::move(fields[at]);
+            const std::vector<Statement> more = names.Statements(at);
             statements.insert(statements.end(), more.begin(), more.end());
             match.decision = Decide(statements, matches.story, settings.bar);
             for (const LogIndex::RowOfLog& source : index.Rows(at)) {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "commands/ClipSelection.h"
+#include "match/ClipLog.h"
 #include "match/Decision.h"
 #include "match/GivenPattern.h"
 #include "match/LogColumns.h"
@@ -40,6 +41,17 @@ struct ClipMatches {
 
 /// The numbers of a story's scenes, in its order.
 SceneNumbers NumbersOf(const SceneSelection& scenes);
+
+/// The logs that the settings name.
+/// @throws CsvError
+std::vector<ClipLog> ReadLogFiles(const MatchSettings& settings);
+
+/// What the clips themselves say, one for one, beside their names. What cannot be read is a warning.
+std::vector<std::vector<Statement>> GatherClipStatements(const std::vector<SelectedClip>& clips,
+                                                         const ClipOptions& options, Output& output);
+
+/// Paths as logs may have them, in full.
+std::vector<std::string> AbsolutePaths(const std::vector<SelectedClip>& clips);
 
 /// Finds each clip's scene; writes nothing. What cannot be read or is not clear in the logs is a warning.
 /// @throws CsvError when a log cannot be read.

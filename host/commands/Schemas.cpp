@@ -9,6 +9,7 @@
 #include "commands/Coverage.h"
 #include "commands/DiffRecords.h"
 #include "commands/Info.h"
+#include "commands/Log.h"
 #include "commands/Match.h"
 #include "commands/Scenes.h"
 #include "commands/Show.h"
@@ -23,6 +24,7 @@ std::vector<std::pair<std::string, std::string>> Schemas() {
         {"coverage", CoverageSchema},
         {"diff", DiffSchema},
         {"info", InfoSchema},
+        {"log", LogSchema},
         {"match", MatchSchema},
         {"report", ReportSchema},
         {"scenes", ScenesSchema},

@@ -1,147 +1,32 @@
 #include "match/ClipLog.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "output/CsvReader.h"
 #include "text/AsciiText.h"
-#include "text/ForeignText.h"
 
 namespace zonstory {
 
 namespace {
 
-constexpr std::size_t kMostHeadingLines = 50; ///< In front of the header of a CSV file.
+constexpr int kEnough = 100; ///< More than there are kinds of columns.
 
-// Hands out lines, ended by LF, CR LF or CR, and counts them.
-class Lines {
-public:
-    explicit Lines(std::string_view text) : mText(text) {}
-
-    bool Next(std::string_view& line) {
-        if (mText.empty()) {
-            return false;
-        }
-        const std::size_t end = std::min(mText.find_first_of("\r\n"), mText.size());
-        line = mText.substr(0, end);
-        mText.remove_prefix(std::min(end + (mText.substr(end, 2) == "\r\n" ? 2 : 1), mText.size()));
-        ++mNumber;
-        return true;
+int CountKnown(const LogColumns& columns) {
+    int known = columns.scene || columns.slate ? 1 : 0;
+    for (const auto& column : {columns.file, columns.clip, columns.sound, columns.reel}) {
+        known += column ? 1 : 0;
     }
-    std::size_t Number() const { return mNumber; }
-    std::string_view Rest() const { return mText; }
-
-private:
-    std::string_view mText;
-    std::size_t mNumber = 0;
-};
-
-std::vector<std::string> Split(std::string_view line, char delimiter) {
-    std::vector<std::string> fields;
-    for (std::size_t begin = 0; begin <= line.size();) {
-        const std::size_t end = std::min(line.find(delimiter, begin), line.size());
-        fields.emplace_back(WithoutBlanks(line.substr(begin, end - begin)));
-        begin = end + 1;
-    }
-    return fields;
+    return known == 0 ? 0 : known + (columns.take ? 1 : 0) + (columns.number ? 1 : 0);
 }
 
-// ---- ALE --------------------------------------------------------------------------------------------------------------
-
-bool IsAle(std::string_view text) {
-    Lines lines(text);
-    std::string_view line;
-    while (lines.Next(line) && WithoutBlanks(line).empty()) {
-    }
-    return EqualIgnoringCase(WithoutBlanks(line), "heading");
-}
-
-enum class Section { Heading, Column, Data };
-
-ClipLog ReadAvidLog(std::string_view text, const std::string& name) {
-    ClipLog log;
-    Section section = Section::Heading;
-    Lines lines(text);
-    for (std::string_view line; lines.Next(line);) {
-        const std::string_view trimmed = WithoutBlanks(line);
-        if (trimmed.empty()) {
-            continue;
-        }
-        if (section != Section::Data && EqualIgnoringCase(trimmed, "column")) {
-            section = Section::Column;
-        } else if (section != Section::Data && EqualIgnoringCase(trimmed, "data")) {
-            section = Section::Data;
-        } else if (section == Section::Column && log.columns.empty()) {
-            log.columns = Split(line, '\t');
-        } else if (section == Section::Data) {
-            log.rows.push_back({lines.Number(), Split(line, '\t')});
-        }
-    }
-    if (section != Section::Data) {
-        throw CsvError(name, lines.Number(), section == Section::Heading ? "no Column section" : "no Data section");
-    }
-    return log;
-}
-
-// ---- CSV --------------------------------------------------------------------------------------------------------------
-
-struct Header {
-    std::size_t line = 0; ///< 0 when there is none.
-    char delimiter = ',';
-    std::string_view rest;           ///< The text from the header on.
-    std::vector<std::string> titles; ///< Without a header: the first line that could be one.
-};
-
-std::vector<std::string> SplitTitles(std::string_view line, char delimiter) {
-    std::vector<std::string> titles = Split(line, delimiter);
-    for (std::string& title : titles) {
-        std::erase(title, '"');
-    }
-    return titles;
-}
-
-Header FindHeader(std::string_view text, const GivenColumns& given) {
-    Header none;
-    Lines lines(text);
-    std::string_view before = text;
-    for (std::string_view line; lines.Number() < kMostHeadingLines && lines.Next(line); before = lines.Rest()) {
-        for (const char delimiter : kCsvDelimiters) {
-            if (line.find(delimiter) == std::string_view::npos) {
-                continue;
-            }
-            std::vector<std::string> titles = SplitTitles(line, delimiter);
-            if (FindLogColumns(titles, given).AreEnough()) {
-                return {lines.Number(), delimiter, before, {}};
-            }
-            if (none.titles.empty()) {
-                none.titles = std::move(titles);
-            }
-        }
-    }
-    return none;
-}
-
-std::string Missing(const std::string& reason, const std::vector<std::string>& titles) {
+[[noreturn]] void FailWithout(const std::string& columns, const std::string& name, const LogSheet& sheet) {
     std::string found;
-    for (const std::string& title : titles) {
-        found += (found.empty() ? "; found are " : ", ") + title;
+    for (const LogCell& title : sheet.header.cells) {
+        found += (found.empty() ? "; found are " : ", ") + title.text;
     }
-    return reason + found + (found.empty() ? "" : ", which --columns can name (clip=…,scene=…)");
-}
-
-ClipLog ReadCsvLog(std::string_view text, const std::string& name, const GivenColumns& given) {
-    const Header header = FindHeader(text, given);
-    if (header.line == 0) {
-        throw CsvError(name, 1, Missing("no header names a scene column and a clip column", header.titles));
-    }
-    CsvContents contents = ParseCsvPart(header.rest, name, header.delimiter, header.line);
-    ClipLog log;
-    log.columns = std::move(contents.header.fields);
-    log.rows.reserve(contents.rows.size());
-    for (CsvRow& row : contents.rows) {
-        log.rows.push_back({row.line, std::move(row.fields)});
-    }
-    return log;
+    const std::string reason = sheet.isAle || sheet.hasHeader ? "has no " : "no header names a ";
+    throw CsvError(name, sheet.isAle || sheet.hasHeader ? 0 : 1,
+                   reason + columns + found + (found.empty() ? "" : ", which --columns can name (clip=…,scene=…)"));
 }
 
 } // namespace
@@ -155,12 +40,40 @@ std::string ClipLog::Where(const Row& row) const {
 }
 
 ClipLog ReadClipLog(std::string_view bytes, const std::string& name, const GivenColumns& given) {
-    const std::string text = ForeignToUTF8(bytes);
-    ClipLog log = IsAle(text) ? ReadAvidLog(text, name) : ReadCsvLog(text, name, given);
+    LogSheet sheet = ReadLogSheet(bytes, name, [&given](const std::vector<std::string>& titles) {
+        return FindLogColumns(titles, given).AreEnough() ? kEnough : 0;
+    });
+    if (!sheet.hasHeader || !FindLogColumns(TextsOf(sheet.header), given).AreEnough()) {
+        FailWithout("scene column and a clip column", name, sheet);
+    }
+    return MakeClipLog(std::move(sheet), name, given);
+}
+
+LogSheet ReadSheetOfClips(std::string_view bytes, const std::string& name, const GivenColumns& given) {
+    const auto rate = [&given](const std::vector<std::string>& titles) {
+        const LogColumns columns = FindLogColumns(titles, given);
+        return columns.AreEnough() ? kEnough : CountKnown(columns);
+    };
+    LogSheet sheet = ReadLogSheet(bytes, name, rate);
+    if (!sheet.hasHeader || rate(TextsOf(sheet.header)) == 0) {
+        FailWithout("clip column or a scene column", name, sheet);
+    }
+    return sheet;
+}
+
+ClipLog MakeClipLog(LogSheet sheet, const std::string& name, const GivenColumns& given) {
+    ClipLog log;
     log.name = name;
+    log.columns = TextsOf(sheet.header);
     log.known = FindLogColumns(log.columns, given);
-    if (!log.known.AreEnough()) {
-        throw CsvError(name, 0, Missing("has no scene column, or no clip column", log.columns));
+    log.rows.reserve(sheet.rows.size());
+    for (LogLine& line : sheet.rows) {
+        ClipLog::Row row = {line.line, {}};
+        row.fields.reserve(line.cells.size());
+        for (LogCell& cell : line.cells) {
+            row.fields.push_back(std::move(cell.text));
+        }
+        log.rows.push_back(std::move(row));
     }
     return log;
 }

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "log/LogSheet.h"
 #include "match/LogColumns.h"
 
 namespace zonstory {
@@ -34,5 +35,13 @@ struct ClipLog {
 /// @throws CsvError "name:line: reason" when there is no header with a scene and a clip, which then lists the columns that
 ///         were found, or a quote is not closed.
 ClipLog ReadClipLog(std::string_view bytes, const std::string& name, const GivenColumns& given = {});
+
+/// The cells of a log that is to be filled: it need not name scenes, so its header is known by any column of clips or
+/// scenes.
+/// @throws CsvError as ReadClipLog().
+LogSheet ReadSheetOfClips(std::string_view bytes, const std::string& name, const GivenColumns& given = {});
+
+/// What a sheet says.
+ClipLog MakeClipLog(LogSheet sheet, const std::string& name, const GivenColumns& given);
 
 } // namespace zonstory

@@ -25,6 +25,8 @@ constexpr Titles kTitles[] = {
      "VIDEOFILE MEDIAFILE ORIGINALFILENAME DATEINAME DATEI QUELLDATEI DATEIPFAD PFAD VIDEODATEI FICHIER NOMDEFICHIER "
      "NOMFICHIER NOMDUFICHIER FICHIERSOURCE CHEMIN ARCHIVO NOMBREDEARCHIVO NOMBREARCHIVO NOMBREDELARCHIVO FICHERO "
      "RUTA NOMEFILE NOMEDELFILE FILESORGENTE PERCORSO"},
+    {"folder", &LogColumns::folder,
+     "CLIPDIRECTORY DIRECTORY FOLDER SOURCEFOLDER VERZEICHNIS ORDNER DOSSIER CARPETA CARTELLA"},
     {"clip", &LogColumns::clip,
      "CLIP CLIPNAME NAME CLIPID MASTERCLIP CAMERACLIP MEDIANAME VIDEO CLIPS NOMDUCLIP NOMDECLIP NOMCLIP NOM PLANCLIP "
      "NOMBREDELCLIP NOMBREDECLIP NOMBRECLIP NOMBRE NOMECLIP NOMEDELCLIP NOME CLIPBEZEICHNUNG REELCLIP"},
@@ -44,24 +46,21 @@ constexpr Titles kTitles[] = {
     {"slate", &LogColumns::slate,
      "SLATE SLATENUMBER SLATENO SLATENUM SLATENR KLAPPE KLAPPENNUMMER CLAP CLAQUETTE CLAQUETA CLAP"}};
 
-// Letters and digits in capitals without accents: "Scène n°" is SCENEN.
-std::string Plain(std::string_view title) {
-    const NameRuns runs(title);
-    std::string plain;
-    for (std::size_t run = 0; run < runs.size(); ++run) {
-        plain += runs.Text(run);
-    }
-    return plain;
-}
-
 Column ColumnOf(std::string_view kind) {
     const auto* const found = std::find_if(std::begin(kTitles), std::end(kTitles),
                                            [kind](const Titles& titles) { return titles.kind == kind; });
     return found == std::end(kTitles) ? nullptr : found->column;
 }
 
-// The first column that bears one of the names, which are parted by blanks, in their order.
-std::optional<std::size_t> FindColumn(std::string_view names, const std::vector<std::string>& plain) {
+std::vector<std::string> PlainNames(const std::vector<std::string>& columns) {
+    std::vector<std::string> plain;
+    plain.reserve(columns.size());
+    std::transform(columns.begin(), columns.end(), std::back_inserter(plain),
+                   [](const std::string& column) { return PlainColumnName(column); });
+    return plain;
+}
+
+std::optional<std::size_t> FindPlain(std::string_view names, const std::vector<std::string>& plain) {
     for (std::size_t begin = 0; begin < names.size();) {
         const std::size_t end = std::min(names.find(' ', begin), names.size());
         const auto found = std::find(plain.begin(), plain.end(), names.substr(begin, end - begin));
@@ -75,18 +74,28 @@ std::optional<std::size_t> FindColumn(std::string_view names, const std::vector<
 
 } // namespace
 
-LogColumns FindLogColumns(const std::vector<std::string>& names, const GivenColumns& given) {
-    std::vector<std::string> plain;
-    plain.reserve(names.size());
-    for (const std::string& name : names) {
-        plain.push_back(Plain(name));
+std::optional<std::size_t> FindColumn(std::string_view names, const std::vector<std::string>& columns) {
+    return FindPlain(names, PlainNames(columns));
+}
+
+// Letters and digits in capitals without accents: "Scène n°" is SCENEN.
+std::string PlainColumnName(std::string_view name) {
+    const NameRuns runs(name);
+    std::string plain;
+    for (std::size_t run = 0; run < runs.size(); ++run) {
+        plain += runs.Text(run);
     }
+    return plain;
+}
+
+LogColumns FindLogColumns(const std::vector<std::string>& names, const GivenColumns& given) {
+    const std::vector<std::string> plain = PlainNames(names);
     LogColumns columns;
     for (const Titles& titles : kTitles) {
-        columns.*titles.column = FindColumn(titles.names, plain);
+        columns.*titles.column = FindPlain(titles.names, plain);
     }
     for (const auto& [kind, name] : given) {
-        if (const auto column = FindColumn(Plain(name), plain)) {
+        if (const auto column = FindPlain(PlainColumnName(name), plain)) {
             columns.*ColumnOf(kind) = column;
         }
     }
@@ -101,7 +110,7 @@ GivenColumns ParseGivenColumns(std::string_view text) {
         const std::string_view one = text.substr(0, text.find(','));
         const std::size_t sign = one.find('=');
         const std::string kind(one.substr(0, sign));
-        if (sign == std::string_view::npos || ColumnOf(kind) == nullptr || Plain(one.substr(sign)).empty()) {
+        if (sign == std::string_view::npos || ColumnOf(kind) == nullptr || PlainColumnName(one.substr(sign)).empty()) {
             throw std::invalid_argument("\"" + std::string(one) + "\" is no column: clip=Datei,scene=Szene");
         }
         given.emplace_back(kind, one.substr(sign + 1));

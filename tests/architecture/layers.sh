@@ -24,10 +24,11 @@ host/files    :
 host/output   : text files
 host/story    : text
 host/clip     : text files
-host/match    : output text
+host/log      : output text
+host/match    : log output text
 host/report   : output story text
-host/commands : output story clip match report text files
-host/cli      : output story clip match report commands text files
+host/commands : output story clip log match report text files
+host/cli      : output story clip log match report commands text files
 '
 
 failures=0

@@ -61,6 +61,7 @@ TEST(Schemas, EveryDocumentFitsItsOwn) {
                                      {"characters-by-scene", results({"characters", "s.skrx", "--by-scene"})},
                                      {"check", results({"check", "s.skrx"})},
                                      {"show", results({"show", "1-2.mov"})},
+                                     {"log", results({"log", "log.csv", "--story", "s.skrx", "--dry-run"})},
                                      {"match", results({"match", "s.skrx", ".", "--log", "log.csv"})},
                                      {"coverage", results({"coverage", "s.skrx", "."})}}) {
         const std::filesystem::path file = std::filesystem::path(ZONSTORY_DOCS) / (name + ".schema.json");
