@@ -61,7 +61,7 @@ TEST_F(ReportVerb, TakesThePlaceOfNothingItReads) {
          std::vector<std::vector<std::string>>{{"report", "s.skrx", "-o", "s.skrx"},
                                                {"report", "s.skrx", "-o", clip},
                                                {"scenes", "s.skrx", "-o", "new.mov"},
-             {"scenes", "s.skrx", "-o", "new.XMP"},
+                                               {"scenes", "s.skrx", "-o", "new.XMP"},
                                                {"coverage", "s.skrx", clip, "-o", clip},
                                                {"characters", "s.skrx", "-o", "./s.skrx"},
                                                {"report", "s.skrx", "--template", "open.html", "-o", "open.html"},
