@@ -5,11 +5,11 @@
 #include <zonmetadata/SchemaNamespaces.h>
 #include <zonstoryparser/Story.h>
 
+#include "clip/IXml.h"
 #include "clip/TargetFile.h"
 #include "clip/layout/Chunks.h"
 #include "files/FileSize.h"
 #include "match/Decision.h"
-#include "match/IXml.h"
 #include "text/AsciiText.h"
 
 namespace zonstory {
