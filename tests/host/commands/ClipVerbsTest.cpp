@@ -98,7 +98,7 @@ TEST_F(ClipVerbs, AnotherSceneLeavesNothingOfTheFirst) {
     EXPECT_EQ(Said(mMov), "inside|12A/B|EXT|PIER||");
 
     EXPECT_THAT(Write("#4", {mMov, "--paths"}).out, HasSubstr("  xmpDM:shotLocation\n"));
-    EXPECT_EQ(Said(mMov), "inside|004||||Nothing.|ANN: No. Never.");
+    EXPECT_EQ(Said(mMov), "inside|004||||Nothing.|ANN: No. Never.|ANN (O.S.): Yes.");
     EXPECT_EQ(Write("#4", {mMov}).err, "0 written, 1 unchanged, 0 failed\n");
 }
 
