@@ -61,7 +61,6 @@ TEST_F(ReportVerb, TakesThePlaceOfNothingItReads) {
          std::vector<std::vector<std::string>>{{"report", "s.skrx", "-o", "s.skrx"},
                                                {"report", "s.skrx", "-o", clip},
                                                {"scenes", "s.skrx", "-o", "new.mov"},
-                                               {"scenes", "s.skrx", "-o", "new.XMP"},
                                                {"coverage", "s.skrx", clip, "-o", clip},
                                                {"characters", "s.skrx", "-o", "./s.skrx"},
                                                {"report", "s.skrx", "--template", "open.html", "-o", "open.html"},
@@ -94,7 +93,7 @@ TEST_F(ReportVerb, EndingsDecideWhatAFileHolds) {
 
 TEST_F(ReportVerb, SpeakersStandAcrossScenes) {
     EXPECT_EQ(mZonstory.Run({"characters", "s.skrx", "--by-scene", "--format", "csv"}).out,
-              "position,number,ANN,小明\r\n1,1,1,1\r\n2,12A/B,,\r\n3,12A:B,,\r\n4,,1,\r\n5,2,,\r\n6,2,,\r\n");
+              "position,number,ANN,小明\r\n1,1,1,1\r\n2,12A/B,,\r\n3,12A:B,,\r\n4,,2,\r\n5,2,,\r\n6,2,,\r\n");
     const json document = json::parse(mZonstory.Run({"characters", "s.skrx", "--by-scene", "--format", "json"}).out);
     EXPECT_EQ(document["characters"], (json{"ANN", "小明"}));
     EXPECT_EQ(document["scenes"][0], (json{{"position", 1}, {"number", "1"}, {"lines", {1, 1}}}));
