@@ -1,5 +1,3 @@
-#include <ostream>
-
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
