@@ -24,7 +24,7 @@ struct LinesDocument {
     std::vector<SceneLines> scenes;
 };
 
-// A feature has a tenth of a thousandth of it; a hostile file would ask for more than any memory holds.
+// A feature has some ten thousand; a hostile file would ask for more than any memory holds.
 constexpr std::size_t kMostCells = 16'000'000;
 
 void RequireRoom(std::size_t scenes, std::size_t characters) {

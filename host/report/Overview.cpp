@@ -197,22 +197,22 @@ Json HeadNumbers(const PageInput& input, const std::vector<PageScene>& scenes,
 Json Figures(const PageInput& input, const std::vector<PageScene>& scenes,
              const std::vector<CharacterFacts>& characters) {
     Json figures = Json::array();
-    const auto addBars = [&](const FactTable& table, const char* unit) {
+    const auto addBars = [&](const FactTable& table, std::size_t column) {
         if (!table.rows.empty()) {
-            figures.push_back(Figure(table, BarPicture(table, unit)));
+            figures.push_back(Figure(table, BarPicture(table, column)));
         }
     };
     if (input.clips) {
-        addBars(CoverageTable(scenes), "scenes");
-        addBars(ClipTable(*input.clips), "clips");
-        addBars(DraftTable(*input.clips), "clips");
+        addBars(CoverageTable(scenes), 1);
+        addBars(ClipTable(*input.clips), 1);
+        addBars(DraftTable(*input.clips), 1);
     }
     addBars(KindTable("places", "Interior and exterior", "Where", scenes,
                       [](const SceneLight& light) { return light.place; }),
-            "scenes");
+            1);
     addBars(KindTable("lights", "Day and night", "When", scenes, [](const SceneLight& light) { return light.light; }),
-            "scenes");
-    addBars(SpeechTable(characters), "words");
+            1);
+    addBars(SpeechTable(characters), 3);
     const FactTable presence = PresenceTable(characters, scenes);
     if (!presence.rows.empty()) {
         figures.push_back(Figure(presence, PresencePicture(presence, scenes.size())));

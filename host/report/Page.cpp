@@ -95,7 +95,7 @@ Json PageData(const PageInput& input) {
             {"numbers", HeadNumbers(input, scenes, cast)},
             {"figures", Figures(input, scenes, cast)},
             {"strips", TableJson(strips)},
-            {"lengths", ColumnPicture(strips, LengthMeasure(scenes).unit)},
+            {"lengths", ColumnPicture(strips, kLengthColumn)},
             {"hasLegend", !legend.empty()},
             {"legend", std::move(legend)},
             {"script", LinedScript(input, scenes, looks)},
