@@ -4,17 +4,20 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include <zonstoryparser/XMPToolkit.h>
 
 #include "clip/layout/Edit.h"
+#include "files/Checksum.h"
 #include "files/FileError.h"
 
 /// A clip as the program sees it: a file that carries XMP inside, or beside it in a sidecar.
 namespace zonstory {
 
+class ChangeWitness;
 class KeptFolder;
 
 enum class Target { Inside, Sidecar };
@@ -36,6 +39,8 @@ struct ClipOptions {
     bool preserveTime = false;                    ///< The file keeps its modification time.
     bool dryRun = false;                          ///< Say what would be done; nothing is copied.
     std::chrono::seconds settle{0};               ///< Refuse a file that was changed more recently.
+    std::optional<HashKind> hash = {};            ///< Of which the record gets checksums; none unless asked for.
+    ChangeWitness* witness = nullptr;             ///< Told of the change; null for nobody.
 };
 
 /// What one clip carries.
@@ -53,9 +58,20 @@ struct RecordedEdits {
     std::uint64_t sizeAfter = 0;
     EditList edits;
     EditList inverse;
+    std::string checksumBefore = {}; ///< Of the whole file, as Hasher tells it; empty where none was asked for.
+    std::string checksumAfter = {};
 
     /// The way back.
-    RecordedEdits Reversed() const { return {sizeAfter, sizeBefore, inverse, edits}; }
+    RecordedEdits Reversed() const { return {sizeAfter, sizeBefore, inverse, edits, checksumAfter, checksumBefore}; }
+};
+
+/// A value that is another one now.
+struct PropertyChange {
+    std::string path;                  ///< As people write it: "xmpScript:dialogSequence[2]/xmpScript:character".
+    std::optional<std::string> before; ///< UTF-8, as the next; nothing where there was none.
+    std::optional<std::string> after;
+
+    bool operator==(const PropertyChange&) const = default;
 };
 
 enum class Outcome { Written, Unchanged, WouldWrite };
@@ -69,6 +85,20 @@ struct UpdateResult {
     std::vector<std::string> warnings; ///< As `notes`, of what is not as it was: other hard links keep the old version,
                                        ///< an owner or an attribute could not be kept.
     RecordedEdits record;              ///< Of `file`. Nothing where nothing would change.
+    std::vector<PropertyChange> properties = {}; ///< As the record; nothing where only bytes are known.
+};
+
+/// Sees every change of a file on its way, and can still prevent it. Called on the thread that makes the change.
+class ChangeWitness {
+public:
+    virtual ~ChangeWitness() = default;
+    /// The new version is proven and will be the file, as this says. What is thrown by this or the next ends the work; the
+    /// file is then as it was.
+    virtual void Announce(const UpdateResult& change) = 0;
+    /// The last call before the new version takes the name; what it was announced with is to be safe by now.
+    virtual void Confirm() = 0;
+    /// It is the file.
+    virtual void Done() noexcept = 0;
 };
 
 /// Why one clip could not be read or changed, in one line without the clip's name, to be said behind it: "is empty". The
@@ -101,10 +131,20 @@ UpdateResult UpdateClip(const std::filesystem::path& clip, const ClipOptions& op
 
 /// Makes a recorded change of a file, a clip or a sidecar, as UpdateClip() makes one: the new version is proven and takes
 /// the name in one step. What was done is taken back by its record reversed.
+/// @param record   Where it has checksums, the inverse may be left out: both versions are held against them, also where
+///                 nothing is changed because `options` say so.
 /// @param options  Of these, where the metadata goes means nothing.
-/// @throws FileError when the file has not the size, or in the edits' places not the bytes, that the record says; as
-///         UpdateClip() otherwise.
+/// @throws FileError when the file is not the one that the record begins with or would not become the one that it ends
+///         with, as far as it tells: by size, by the bytes in the edits' places, by checksum; when a clip's picture or sound
+///         would change, or what is named as a clip is no container that this program writes; as UpdateClip() otherwise.
 UpdateResult RepeatEdits(const std::filesystem::path& file, const RecordedEdits& record, const ClipOptions& options,
                          KeptFolder* kept = nullptr);
+
+/// Whether a file looks as if a recorded change had been made: by its size, and by the bytes in the edits' places. A file
+/// that is not there has no bytes. Reads little; the checksum alone is a proof.
+/// @throws FileError when it cannot be read.
+bool LooksEdited(const std::filesystem::path& file, const RecordedEdits& record);
+/// Whether it has been made, proven by checksum; false for a record without. Reads the whole file where it looks so.
+bool IsEdited(const std::filesystem::path& file, const RecordedEdits& record);
 
 } // namespace zonstory
