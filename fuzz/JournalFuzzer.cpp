@@ -1,12 +1,12 @@
 // Arbitrary bytes as a journal: its lines, its runs, and what each change says.
 #include <algorithm>
 #include <cstddef>
-#include <cstdint>
 #include <string>
 #include <string_view>
 
-#include "MemoryFile.h"
+#include "Target.h"
 #include "TextInvariants.h"
+#include "host/files/MemoryFile.h"
 #include "journal/Journal.h"
 
 namespace {
@@ -28,15 +28,14 @@ void CheckEntry(std::string_view line) {
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static fuzz::MemoryFile file;
-    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+void fuzz::TryInput(std::string_view bytes) {
+    static support::MemoryFile file;
     file.Fill(bytes);
     CheckEntry(bytes.substr(0, bytes.find('\n')));
     const Journal journal({file.Path(), false, false});
     const auto lines = static_cast<std::size_t>(std::count(bytes.begin(), bytes.end(), '\n')) + 1;
     for (const std::string& problem : journal.Problems()) {
-        fuzz::RequireErrorInFile(problem, file.Path(), lines);
+        RequireErrorInFile(problem, file.Path(), lines);
     }
     for (const RecordedRun& run : journal.Runs()) {
         REQUIRE(!run.changes.empty());
@@ -46,5 +45,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             REQUIRE(KindOfChecksum(whole.back.checksumBefore) == KindOfChecksum(whole.back.checksumAfter));
         }
     }
-    return 0;
 }

@@ -41,6 +41,23 @@ void AddSeconds(CLI::App& command, const std::string& name, std::chrono::seconds
         ->type_name("SECONDS");
 }
 
+void AddJournal(CLI::App& command, JournalOptions& journal) {
+    command
+        .add_option("--journal", journal.place,
+                    "Record what is changed in this file, or in a file of this folder, beside the footage perhaps; in "
+                    "~/.local/state/zonstory unless given. 'undo' takes a run back by it")
+        ->type_name("FILE");
+    command.add_flag_callback(
+        "--no-journal", [&journal] { journal.isKept = false; }, "Record nothing; the run cannot be undone");
+    std::vector<std::pair<std::string, HashKind>> kinds;
+    for (const HashKind kind : kHashKinds) {
+        kinds.emplace_back(HashName(kind), kind);
+    }
+    AddChoice<HashKind>(command, "--hash", journal.hash, kinds,
+                        "Of which kind the journal's checksums are; xxh128 "
+                        "unless given");
+}
+
 } // namespace
 
 void AddStory(CLI::App& command, StoryFile& story, const std::string& name) {
@@ -114,14 +131,9 @@ void AddSidecar(CLI::App& command, ClipOptions& options) {
                            "Name a new sidecar clip.xmp (short, unless given) or clip.mov.xmp (full)");
 }
 
-void AddBatch(CLI::App& command, BatchOptions& options) {
+void AddBatchWork(CLI::App& command, BatchOptions& options) {
     command.add_flag("-n,--dry-run", options.clip.dryRun, "Say what would be done; nothing is copied or changed");
-    command.add_flag("--paths", options.showPaths, "Print the metadata paths that changed under each clip");
-    AddSidecar(command, options.clip);
     command.add_flag("--preserve-time", options.clip.preserveTime, "Keep the files' modification times");
-    command.add_flag_callback(
-        "--no-verify", [&options] { options.clip.verifyMedia = false; },
-        "Do not compare picture and sound in the new version with the old");
     command
         .add_option("-j,--jobs", options.jobs,
                     "How many clips to work on at once; 4 unless given, 0 for one a processor")
@@ -133,13 +145,25 @@ void AddBatch(CLI::App& command, BatchOptions& options) {
     command.add_flag_callback(
         "--no-lock", [&options] { options.locks.useLocks = false; },
         "Do without locks, for file systems that have none; let no other run work there meanwhile");
-    command.add_option("--report", options.report, "Write what became of each clip into a file, .json or .csv")
+    command
+        .add_option("--report", options.report,
+                    "Write what became of each clip into a file, .json or .csv, as soon as it is known")
         ->type_name("FILE")
         ->check(CLI::Validator(
             [](const std::string& name) {
                 return IsReportName(name) ? std::string() : "the report's name must end in .json or .csv";
             },
             ""));
+}
+
+void AddBatch(CLI::App& command, BatchOptions& options) {
+    AddBatchWork(command, options);
+    command.add_flag("--paths", options.showPaths, "Print the metadata paths that changed under each clip");
+    AddSidecar(command, options.clip);
+    command.add_flag_callback(
+        "--no-verify", [&options] { options.clip.verifyMedia = false; },
+        "Do not compare picture and sound in the new version with the old");
+    AddJournal(command, options.journal);
 }
 
 } // namespace zonstory

@@ -59,6 +59,7 @@ const std::vector<ExitCodeMeaning>& ExitCodeMeanings() {
         {kStoryUnread, "the story is unreadable or malformed"},
         {kUnmatched, "a scene was not found or is ambiguous, or a clip stayed unmatched"},
         {kDiffers, "diff --exit-code found a difference"},
+        {kNoJournal, "the journal cannot be written or read; no clip was touched"},
     };
     return kMeanings;
 }

@@ -13,6 +13,7 @@
 #include "cli/OptionTree.h"
 #include "commands/InterruptSignals.h"
 #include "commands/UsageError.h"
+#include "journal/JournalPlace.h"
 #include "output/CsvReader.h"
 #include "output/ExitCode.h"
 #include "output/Output.h"
@@ -46,6 +47,9 @@ int RunVerb(const Invocation& invocation, Output& output) {
     } catch (const CsvError& error) {
         output.Error(error.what());
         return kUsage;
+    } catch (const JournalError& error) {
+        output.Error(error.what());
+        return kNoJournal;
     } catch (const std::bad_alloc&) {
         output.Error("out of memory");
         return kSomeFailed;

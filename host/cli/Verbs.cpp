@@ -93,6 +93,15 @@ const std::vector<Verb>& Verbs() {
          "stays and is listed. In FCPXML, scene and take are metadata of the clip, the other fields its note and "
          "keywords.",
          AddLog},
+        {"undo", "Give clips the bytes back that they had before a run", "zonstory undo --dry-run",
+         "Takes back the last run that changed anything and is not undone yet, over all its clips; the next undo takes "
+         "back the run before. A clip gets its earlier bytes, proven by the checksum in the journal; one that was "
+         "changed since is left alone and named. Sidecars that the run made go. What failed can be tried again.",
+         AddUndo},
+        {"history", "What runs changed, and when", "zonstory history --clip A001.mov",
+         "Lists the runs that a journal tells of, and whether they are undone; or one clip's changes, with old and new "
+         "values. Changes nothing.",
+         AddHistory},
         {"recover", "Remove what killed runs left beside clips", "zonstory recover --dry-run /mnt/show",
          "A run that was killed, or met a power cut, leaves the new version that it was making in the hidden folder "
          ".zonstory-work beside the clip; the clip itself is whole. The next run there removes it, too. What a live "

@@ -23,7 +23,9 @@ int RunClear(const ClearOptions& options, Output& output) {
     for (SelectedClip& clip : clips) {
         tasks.push_back({std::move(clip.path), std::move(clip.refusal), std::nullopt, "", ClearScene});
     }
-    return RunBatch(tasks, options.batch, kWords, output);
+    RunFacts facts;
+    facts.verb = "clear";
+    return RunBatch(tasks, options.batch, kWords, std::move(facts), output);
 }
 
 } // namespace zonstory

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <memory>
 #include <mutex>
 #include <numeric>
 #include <thread>
@@ -17,6 +18,8 @@
 #include "commands/InOrder.h"
 #include "commands/InterruptSignals.h"
 #include "commands/SceneSync.h"
+#include "journal/JournalWriter.h"
+#include "journal/JournaledClip.h"
 #include "output/ExitCode.h"
 #include "output/SafeText.h"
 
@@ -36,10 +39,31 @@ ClipResult ResultOf(Outcome outcome) {
     return ClipResult::Unchanged;
 }
 
-void Update(const ClipTask& task, const ClipOptions& options, KeptFolder& kept, ClipRecord& record) {
+/// How clips are worked on: what does not change from one to the next.
+struct Work {
+    const ClipOptions& options;
+    KeptFolder& kept;
+    JournalWriter* journal; ///< Null where none is kept.
+};
+
+// A file that has its earlier bytes already, as after an undo that was killed, is done.
+UpdateResult TakeBack(const ClipTask::Undoing& undoing, const ClipOptions& options, const Work& work) {
+    const ChangeFacts facts = undoing.facts();
+    if (IsEdited(undoing.file, facts.back)) {
+        if (work.journal != nullptr) {
+            work.journal->FoundAsBefore(undoing.key);
+        }
+        return {Outcome::Unchanged, facts.target, undoing.file, {}, {}, {}, {}};
+    }
+    return RepeatEdits(undoing.file, facts.back, options, &work.kept);
+}
+
+void Update(const ClipTask& task, const ClipOptions& options, const Work& work, ClipRecord& record) {
     std::vector<zonmetadata::Path> changed;
-    UpdateResult result = UpdateClip(
-        task.clip, options, [&](SXMPMeta& xmp) { changed = task.change(xmp); }, &kept);
+    UpdateResult result = task.undoing
+                              ? TakeBack(*task.undoing, options, work)
+                              : UpdateClip(
+                                    task.clip, options, [&](SXMPMeta& xmp) { changed = task.change(xmp); }, &work.kept);
     record.result = ResultOf(result.outcome);
     record.target = result.target;
     record.file = std::move(result.file);
@@ -51,8 +75,19 @@ void Update(const ClipTask& task, const ClipOptions& options, KeptFolder& kept, 
     }
 }
 
+void UpdateInJournal(const ClipTask& task, const Work& work, ClipRecord& record) {
+    if (work.journal == nullptr) {
+        return Update(task, work.options, work, record);
+    }
+    JournaledClip journaled(*work.journal, task.clip, task.scene,
+                            task.undoing ? std::optional(task.undoing->key) : std::nullopt);
+    ClipOptions options = work.options;
+    options.witness = &journaled;
+    Update(task, options, work, record);
+}
+
 // Every way to fail becomes a record: one clip never stops the others.
-ClipRecord WorkOn(const ClipTask& task, const ClipOptions& options, KeptFolder& kept) {
+ClipRecord WorkOn(const ClipTask& task, const Work& work) {
     ClipRecord record;
     record.clip = task.clip;
     record.scene = task.scene;
@@ -70,7 +105,7 @@ ClipRecord WorkOn(const ClipTask& task, const ClipOptions& options, KeptFolder& 
         return record;
     }
     try {
-        Update(task, options, kept, record);
+        UpdateInJournal(task, work, record);
     } catch (const ClipInterrupted&) {
         record.result = ClipResult::NotDone;
     } catch (const XMP_Error& error) {
@@ -202,10 +237,31 @@ int ExitCodeOf(const std::vector<ClipRecord>& records) {
     return has(ClipResult::Unmatched) ? kUnmatched : kDone;
 }
 
+// A run that only tells changes nothing, the journal neither.
+std::unique_ptr<JournalWriter> OpenJournal(const BatchOptions& options, RunFacts facts) {
+    const bool isKept = options.journal.isKept && !options.clip.dryRun;
+    return isKept ? std::make_unique<JournalWriter>(JournalNamed(options.journal.place), std::move(facts)) : nullptr;
+}
+
+void FinishJournal(JournalWriter* journal, Output& output) {
+    try {
+        if (journal != nullptr) {
+            journal->Finish();
+        }
+    } catch (const JournalError& error) { // what was to be changed is recorded; only its end is not
+        output.Warning(error.what());
+    }
+}
+
 } // namespace
 
-int RunBatch(const std::vector<ClipTask>& tasks, const BatchOptions& options, const BatchWords& words, Output& output) {
+int RunBatch(const std::vector<ClipTask>& tasks, const BatchOptions& options, const BatchWords& words, RunFacts facts,
+             Output& output) {
     const InterruptSignals signals;
+    const std::unique_ptr<JournalWriter> journal = OpenJournal(options, std::move(facts));
+    ClipReport report(options.report, words);
+    ClipOptions clipOptions = options.clip;
+    clipOptions.hash = journal ? std::optional(options.journal.hash) : std::nullopt;
     const unsigned threads = options.jobs == 0 ? std::max(1U, std::thread::hardware_concurrency()) : options.jobs;
     const unsigned passes = options.clip.verifyMedia ? 2 : 1;
     const std::vector<std::uint64_t> sizes = Sizes(tasks, output);
@@ -213,23 +269,24 @@ int RunBatch(const std::vector<ClipTask>& tasks, const BatchOptions& options, co
     records.reserve(tasks.size());
     Saying saying(sizes, output);
     KeptFolder kept(SayingWaits(options.locks, saying));
+    const Work work = {clipOptions, kept, journal.get()};
     ComputeInOrder<ClipRecord>(
         tasks.size(), threads,
         [&](std::size_t index) {
             const CountedClip counted(sizes[index], passes);
-            return WorkOn(tasks[index], options.clip, kept);
+            return WorkOn(tasks[index], work);
         },
         [&](std::size_t index, ClipRecord record) {
             saying.Now(index);
             Print(record, options, words, output);
+            report.Add(record);
             records.push_back(std::move(record));
             saying.Now(index + 1);
         },
         [&] { saying.Now(records.size()); });
+    FinishJournal(journal.get(), output);
     output.Note(Summary(records, options, words));
-    if (!options.report.empty()) {
-        WriteClipReport(options.report, records, words);
-    }
+    report.Finish();
     return ExitCodeOf(records);
 }
 

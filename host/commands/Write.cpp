@@ -109,6 +109,14 @@ Selection Select(const WriteOptions& options, const SceneSelection& scenes, Outp
     return options.map.empty() ? SelectForOneScene(options, scenes) : SelectByMap(options, scenes, output);
 }
 
+RunFacts WriteFacts(const ScriptReference& script) {
+    RunFacts facts;
+    facts.verb = "write";
+    facts.story = script.name;
+    facts.digest = script.digest;
+    return facts;
+}
+
 } // namespace
 
 int RunWrite(const WriteOptions& options, Output& output) {
@@ -126,7 +134,7 @@ int RunWrite(const WriteOptions& options, Output& output) {
         tasks.push_back(MakeTask(std::move(selection.clips[index]), selection.scenes[index],
                                  std::move(selection.unmatched[index]), script));
     }
-    return RunBatch(tasks, options.batch, kWords, output);
+    return RunBatch(tasks, options.batch, kWords, WriteFacts(script), output);
 }
 
 } // namespace zonstory
