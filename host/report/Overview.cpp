@@ -66,14 +66,9 @@ FactTable SpeechTable(const std::vector<CharacterFacts>& characters) {
 // "1 to 4, 7": runs of scenes by their labels.
 std::string SceneList(const std::vector<std::size_t>& positions, const std::vector<PageScene>& scenes) {
     std::string list;
-    for (std::size_t first = 0; first < positions.size();) {
-        std::size_t last = first;
-        while (last + 1 < positions.size() && positions[last + 1] == positions[last] + 1) {
-            ++last;
-        }
-        list += (list.empty() ? "" : ", ") + scenes[positions[first] - 1].Label();
-        list += last == first ? "" : " to " + scenes[positions[last] - 1].Label();
-        first = last + 1;
+    for (const auto& [first, last] : RunsOf(positions)) {
+        list += (list.empty() ? "" : ", ") + scenes[first - 1].Label();
+        list += last == first ? "" : " to " + scenes[last - 1].Label();
     }
     return list;
 }

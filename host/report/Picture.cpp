@@ -61,20 +61,7 @@ std::string Tip(const FactTable& table, const FactRow& row, std::size_t column) 
     return fmt::format("{} · {}: {}", row.cells.front().text, table.columns[column].text, row.cells[column].text);
 }
 
-// Scenes one after the other, as one stretch: its first and last.
-std::vector<std::pair<std::size_t, std::size_t>> RunsOf(const std::vector<std::size_t>& scenes) {
-    std::vector<std::pair<std::size_t, std::size_t>> runs;
-    for (const std::size_t scene : scenes) {
-        if (!runs.empty() && runs.back().second + 1 == scene) {
-            runs.back().second = scene;
-        } else {
-            runs.emplace_back(scene, scene);
-        }
-    }
-    return runs;
-}
-
-std::string RunTip(const std::string& name, const std::pair<std::size_t, std::size_t>& run) {
+std::string RunTip(const std::string& name, const SceneRun& run) {
     return run.first == run.second ? fmt::format("{}: scene {} of the story", name, run.first)
                                    : fmt::format("{}: scenes {} to {} of the story", name, run.first, run.second);
 }
