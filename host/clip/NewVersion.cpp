@@ -73,19 +73,17 @@ void RequireSeen(const ClipState& state, const Replacement& replacement, const F
     }
 }
 
-Checksums Prove(const ClipState& state, const ClipOptions& options, const ByteReader& old, const ByteReader& made) {
+void Prove(const ClipState& state, const ClipOptions& options, const ByteReader& old, const ByteReader& made) {
     const bool leavesOutMedia = state.layout && !options.verifyMedia;
-    Checksums checksums = RequireEdited(
-        old, state.edits, made, leavesOutMedia ? state.layout->Media() : std::vector<ByteRange>(), options.hash);
+    RequireEdited(old, state.edits, made, leavesOutMedia ? state.layout->Media() : std::vector<ByteRange>());
     if (!state.layout) {
-        return checksums;
+        return;
     }
     const std::unique_ptr<ContainerLayout> layout = ReadLayout(made, state.Extension());
     RequireSamePlaces(*state.layout, state.edits, *layout);
     if (state.wanted != state.before) { // else nothing is known of the metadata but its bytes
         RequireWanted(*layout, made, state);
     }
-    return checksums;
 }
 
 } // namespace
@@ -101,9 +99,7 @@ RecordedEdits PrepareNewVersion(const ClipState& state, const ClipOptions& optio
     ThrowIfInterrupted();
     try {
         const ByteReader made(copy, FileSize(copy));
-        Checksums checksums = Prove(state, options, old, made);
-        record.checksumBefore = std::move(checksums.before);
-        record.checksumAfter = std::move(checksums.after);
+        Prove(state, options, old, made);
         if (state.layout && state.wanted != state.before) {
             RequireSeen(state, replacement, copy);
         }

@@ -1,7 +1,6 @@
 #include "report/Page.h"
 
 #include <algorithm>
-#include <string_view>
 
 #include <nlohmann/json.hpp>
 
@@ -21,11 +20,8 @@ namespace {
 
 // Fountain's marks of emphasis around the whole of a title.
 std::string WithoutEmphasis(const std::string& text) {
-    std::string_view plain = WithoutBlanks(text);
-    while (plain.size() > 2 && plain.front() == plain.back() && (plain.front() == '*' || plain.front() == '_')) {
-        plain = plain.substr(1, plain.size() - 2);
-    }
-    return std::string(plain);
+    const std::size_t first = text.find_first_not_of("*_ ");
+    return first == std::string::npos ? text : text.substr(first, text.find_last_not_of("*_ ") + 1 - first);
 }
 
 using TitlePage = std::vector<std::pair<std::string, std::string>>;
@@ -99,7 +95,7 @@ Json PageData(const PageInput& input) {
             {"numbers", HeadNumbers(input, scenes, cast)},
             {"figures", Figures(input, scenes, cast)},
             {"strips", TableJson(strips)},
-            {"lengths", ColumnPicture(strips, kLengthColumn)},
+            {"lengths", ColumnPicture(strips, LengthMeasure(scenes).unit)},
             {"hasLegend", !legend.empty()},
             {"legend", std::move(legend)},
             {"script", LinedScript(input, scenes, looks)},

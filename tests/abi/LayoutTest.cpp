@@ -1,5 +1,7 @@
 #include <cstddef>
 #include <cstring>
+#include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 

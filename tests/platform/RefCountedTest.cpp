@@ -1,4 +1,5 @@
 #include <thread>
+#include <vector>
 
 #include <boost/smart_ptr/intrusive_ptr.hpp>
 #include <gtest/gtest.h>

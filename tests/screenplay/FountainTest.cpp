@@ -1,3 +1,6 @@
+#include <ostream>
+#include <string>
+
 #include <gmock/gmock.h>
 
 #include "screenplay/Compact.h"

@@ -1,6 +1,7 @@
 #include <zonscreenplay/Limits.h>
 
 #include <fstream>
+#include <string>
 
 #include <gmock/gmock.h>
 #include <pthread.h>

@@ -1,6 +1,7 @@
 #include <zonscreenplay/Screenplay.h>
 
 #include <filesystem>
+#include <string>
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,6 @@
+#include <string>
 #include <thread>
+#include <vector>
 
 #include <gtest/gtest.h>
 

@@ -2,6 +2,7 @@
 #include <memory>
 #include <sstream>
 #include <thread>
+#include <vector>
 
 #include <gtest/gtest.h>
 

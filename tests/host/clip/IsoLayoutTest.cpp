@@ -3,6 +3,8 @@
 #include <functional>
 #include <iterator>
 #include <map>
+#include <string>
+#include <vector>
 
 #include <gmock/gmock.h>
 

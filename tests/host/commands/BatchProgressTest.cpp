@@ -1,5 +1,7 @@
 #include "commands/BatchProgress.h"
 
+#include <utility>
+
 #include <gtest/gtest.h>
 
 namespace {

@@ -1,5 +1,7 @@
 #include "files/AtomicFile.h"
 
+#include <string>
+
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>

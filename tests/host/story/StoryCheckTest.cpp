@@ -1,5 +1,7 @@
 #include "story/StoryCheck.h"
 
+#include <string>
+
 #include <gmock/gmock.h>
 
 #include <zonscreenplay/Screenplay.h>

@@ -1,5 +1,7 @@
 #include "text/ForeignText.h"
 
+#include <utility>
+
 #include <gtest/gtest.h>
 
 namespace {

@@ -1,4 +1,4 @@
-#include "clip/IXml.h"
+#include "match/IXml.h"
 
 #include <algorithm>
 #include <memory>

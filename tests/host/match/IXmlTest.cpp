@@ -1,9 +1,6 @@
-#include <string>
-#include <utility>
+#include "host/match/Support.h"
 
-#include <gtest/gtest.h>
-
-#include "clip/IXml.h"
+#include "match/IXml.h"
 #include "support/Utf16.h"
 
 namespace zonstory {
