@@ -75,6 +75,7 @@ void CheckSheet(std::string_view bytes, const std::string& value, bool replace) 
         (columns[0].at || filled.header.cells[at].text != "Set" ? columns[1] : columns[0]).at = at;
     }
     std::vector<std::vector<std::string>> wanted;
+    wanted.reserve(sheet.rows.size());
     for (const LogLine& row : sheet.rows) {
         wanted.push_back(TextsOf(row));
     }

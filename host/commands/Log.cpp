@@ -98,6 +98,14 @@ private:
         return mWords.try_emplace(scene, *mScenes[scene].scene).first->second;
     }
 
+    const std::string& Said(std::size_t scene, LogField field) {
+        const auto [text, isNew] = mTexts.try_emplace({scene, field});
+        if (isNew) {
+            text->second = Words(scene).Text(field);
+        }
+        return text->second;
+    }
+
     // On purpose: "12A" in a log stays where the story's scene is 12, because it is the same scene and says the set-up.
     bool Agrees(std::string_view current, std::size_t scene) const {
         return !current.empty() &&
@@ -114,18 +122,19 @@ private:
         case LogField::Take:
             return CanonicalSceneNumber(current) == CanonicalSceneNumber(decision.take) ? "" : decision.take;
         default:
-            return Words(scene).Text(field);
+            return Said(scene, field);
         }
     }
 
     std::vector<SelectedScene> mScenes;
     SceneNumbers mStory;
     std::map<std::size_t, SceneWords> mWords;
+    std::map<std::pair<std::size_t, LogField>, std::string> mTexts;
 };
 
 // A log in its own place is written when it changes, and when nobody else has changed it since it was read.
 void WriteLog(const LogFile& log, const std::string& target, const Filling& filling) {
-    if (target == log.Path()) {
+    if (IsSameFile(target, log.Path())) {
         if (filling.edits.empty()) {
             return;
         }
@@ -176,6 +185,8 @@ int RunLog(const LogOptions& options, Output& output) {
     Script script(SceneSelection(*story.root));
     std::vector<LogFile> logs;
     std::vector<ClipLog> rows;
+    logs.reserve(options.files.size());
+    rows.reserve(options.files.size());
     for (const std::string& file : options.files) {
         logs.emplace_back(file, options.match.columns);
         rows.push_back(logs.back().Rows());
@@ -184,10 +195,12 @@ int RunLog(const LogOptions& options, Output& output) {
     const RowMatches matches =
         MatchRows(script.Numbers(), rows, SelectFitClips(options, output), options.match, options.clip, output);
     std::vector<Filling> fillings;
+    fillings.reserve(logs.size());
     for (std::size_t at = 0; at < logs.size(); ++at) {
         fillings.push_back(logs[at].Fill(options.fills, script.WordsFor(matches.decisions[at]), options.replace));
     }
     LogDocument document;
+    document.files.reserve(logs.size());
     bool allWritten = true;
     for (std::size_t at = 0; at < logs.size(); ++at) {
         LogSummary summary = Summarize(logs[at], matches.decisions[at], fillings[at]);

@@ -96,6 +96,7 @@ Filling LogFile::Fill(const std::vector<LogFill>& fills, const RowWords& words, 
 Filling LogFile::FillRows(const LogSheet& sheet, const std::vector<LogFill>& fills, const RowWords& words,
                           bool replace) const {
     std::vector<SheetColumn> columns;
+    columns.reserve(fills.size());
     for (const LogFill& fill : fills) {
         columns.push_back({TitleOf(fill), FindColumnOf(fill, mRows)});
         const auto isSame = [&](const SheetColumn& column) {

@@ -42,12 +42,16 @@ std::string Beginning(const std::optional<std::string>& text) {
 
 template <>
 const Fields<LogEntry>& FieldsOf<LogEntry>() {
-    static const Fields<LogEntry> fields = {
-        {"file", nullptr, &LogEntry::file},    {"line", nullptr, &LogEntry::line},
-        {"clip", nullptr, &LogEntry::clip},    {"scene", nullptr, &LogEntry::scene},
-        {"state", nullptr, &LogEntry::state},  {"column", nullptr, &LogEntry::column},
-        {"old", nullptr, &LogEntry::old},      {"value", nullptr, &LogEntry::value},
-        {"reason", nullptr, &LogEntry::reason}};
+    static const Fields<LogEntry> fields = {{"file", nullptr, &LogEntry::file},
+                                            {"line", nullptr, &LogEntry::line},
+                                            {"clip", nullptr, &LogEntry::clip},
+                                            {"scene", nullptr, &LogEntry::scene},
+                                            {"confidence", nullptr, &LogEntry::confidence},
+                                            {"state", nullptr, &LogEntry::state},
+                                            {"column", nullptr, &LogEntry::column},
+                                            {"old", nullptr, &LogEntry::old},
+                                            {"value", nullptr, &LogEntry::value},
+                                            {"reason", nullptr, &LogEntry::reason}};
     return fields;
 }
 
@@ -104,6 +108,7 @@ void AddEntries(const LogFile& log, const std::vector<Decision>& decisions, cons
             continue;
         }
         entry.scene = SceneLabel(*decisions[row].scene, story);
+        entry.confidence = Name(decisions[row].evidence ? decisions[row].evidence->confidence : Confidence::None);
         for (; cell != filling.cells.end() && cell->row == row; ++cell) {
             entry.state = Name(cell->state);
             entry.column = log.ColumnName(fills, cell->column);

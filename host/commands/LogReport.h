@@ -18,6 +18,7 @@ struct LogEntry {
     std::string clip;
     std::string state; ///< "filled", "replaced", "kept", "unwritable" or "unsure": they do not change.
     std::optional<std::string> scene;
+    std::optional<std::string> confidence; ///< How sure the scene is.
     std::optional<std::string> column;
     std::optional<std::string> old;
     std::optional<std::string> value;

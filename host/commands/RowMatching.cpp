@@ -17,8 +17,8 @@ namespace {
 using Statements = std::vector<Statement>;
 
 struct Row {
-    const ClipLog* log;
-    const ClipLog::Row* row;
+    const ClipLog* log = nullptr;
+    const ClipLog::Row* row = nullptr;
     std::string file;  ///< With its folder; or the clip's name, where no file is told.
     std::string clip;  ///< Its name beside that of its file.
     Statements fields; ///< What logs and clips say.
@@ -179,13 +179,11 @@ RowMatches MatchRows(const SceneNumbers& story, const std::vector<ClipLog>& logs
 }
 
 std::string ClipOfRow(const ClipLog& log, const ClipLog::Row& row) {
-    for (std::string name : {FileOfRow(log, row), std::string(log.Field(row, log.known.clip)),
-                             std::string(log.Field(row, log.known.sound))}) {
-        if (!name.empty()) {
-            return name;
-        }
+    std::string name = FileOfRow(log, row);
+    for (const auto& column : {log.known.clip, log.known.sound}) {
+        name = name.empty() ? std::string(log.Field(row, column)) : name;
     }
-    return {};
+    return name;
 }
 
 } // namespace zonstory

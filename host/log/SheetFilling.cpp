@@ -38,8 +38,8 @@ public:
 
 private:
     struct Place {
-        std::size_t at;     ///< In a row.
-        std::size_t column; ///< Of mColumns.
+        std::size_t at = 0;     ///< In a row.
+        std::size_t column = 0; ///< Of mColumns.
     };
 
     // ---- Columns ------------------------------------------------------------------------------------------------------
