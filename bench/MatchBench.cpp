@@ -1,6 +1,6 @@
 // How often made-up clips are matched to the right scene: a table by kind of shoot, and by confidence.
 //
-//   zonstory_match_bench [tuning|held-out] [--faults]     --faults lists each pattern that went wrong, with an example
+//   zonstory_match_bench [tuning|held-out|second|third] [--faults]     --faults lists each pattern that went wrong, with an example
 #include <algorithm>
 #include <array>
 #include <chrono>
@@ -151,10 +151,13 @@ int main(int argc, char** argv) {
     const auto given = [&](const char* word) {
         return std::find(arguments.begin(), arguments.end(), word) != arguments.end();
     };
-    if (!given("held-out")) {
-        Measure(Part::Tuning, "tuning", given("--faults"));
-    }
-    if (!given("tuning")) {
-        Measure(Part::HeldOut, "held out", given("--faults"));
+    constexpr std::pair<Part, const char*> kParts[] = {
+        {Part::Tuning, "tuning"}, {Part::HeldOut, "held-out"}, {Part::Second, "second"}, {Part::Third, "third"}};
+    const bool isAnyGiven =
+        std::any_of(std::begin(kParts), std::end(kParts), [&](const auto& part) { return given(part.second); });
+    for (const auto& [part, name] : kParts) {
+        if (!isAnyGiven || given(name)) {
+            Measure(part, name, given("--faults"));
+        }
     }
 }

@@ -241,7 +241,7 @@ Shoot MakeLogged(const LogRow& row, Dice& dice) {
 } // namespace
 
 std::vector<Shoot> MakeShoots(Part part) {
-    Dice dice(part == Part::Tuning ? 1u : 2u);
+    Dice dice(static_cast<std::uint32_t>(part) + 1);
     std::vector<Shoot> shoots;
     const auto repeat = [&](Part rowPart, const auto& make) {
         for (int count = 0; rowPart == part && count < kShootsOfARow; ++count) {

@@ -9,7 +9,7 @@
 namespace zonstory::bench {
 
 /// Which tables a shoot is made from. What reads names is worked on with the first, and only measured on the second.
-enum class Part { Tuning, HeldOut };
+enum class Part { Tuning, HeldOut, Second, Third };
 
 struct MadeClip {
     std::string path;

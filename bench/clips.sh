@@ -12,6 +12,7 @@ rounds=${ROUNDS:-3}
 
 rm -rf "$work"
 mkdir -p "$work/masters"
+export XDG_STATE_HOME=$work/state # where runs are recorded
 trap 'rm -rf "$work"' EXIT
 make() { ffmpeg -v error -nostdin "$@"; }
 make -f lavfi -i testsrc2=duration=1:size=320x180:rate=25 -f lavfi -i sine=duration=1 -c:v mpeg4 -c:a aac "$work/masters/clip.mp4"
@@ -32,6 +33,7 @@ fresh() {
 # The contenders; each works on $work/run.
 bare_loop() { xargs -a "$work/names" -d '\n' -n 5000 "$bare" 3; }
 write_one_job() { "$zonstory" write "$story" --scene 3 --jobs 1 "$work/run"; }
+write_without_journal() { "$zonstory" write "$story" --scene 3 --no-journal "$work/run"; }
 write_default() { "$zonstory" write "$story" --scene 3 "$work/run"; }
 exiftool_at_once() { exiftool -q -overwrite_original -XMP-xmpDM:Scene=3 -@ "$work/names"; }
 exiftool_each() { while read -r clip; do exiftool -q -overwrite_original -XMP-xmpDM:Scene=3 "$clip"; done <"$work/names"; }
@@ -75,6 +77,9 @@ for count in "${counts[@]}"; do
         [ "$kind" != mkv ] || label+=', sidecars'
         compare "clip.$kind" "$count" "$label" bare_loop write_one_job write_default
     done
+done
+for count in "${counts[@]}"; do
+    compare clip.mp4 "$count" "$count mp4, journal" write_without_journal write_default
 done
 rounds=1 compare clip.mp4 200 '200 mp4' write_default write_one_job exiftool_at_once
 rounds=1 compare clip.mp4 20 '20 mp4' write_default write_one_job exiftool_each

@@ -7,9 +7,9 @@
 
 #include "Target.h"
 #include "TextInvariants.h"
+#include "clip/IXml.h"
 #include "clip/layout/Chunks.h"
 #include "host/files/MemoryFile.h"
-#include "match/IXml.h"
 
 namespace {
 

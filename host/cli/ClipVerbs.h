@@ -9,6 +9,8 @@ namespace zonstory {
 Action AddWrite(CLI::App& command);
 Action AddClear(CLI::App& command);
 Action AddShow(CLI::App& command);
+Action AddUndo(CLI::App& command);
+Action AddHistory(CLI::App& command);
 Action AddRecover(CLI::App& command);
 /// @}
 

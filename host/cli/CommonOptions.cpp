@@ -1,8 +1,6 @@
 #include "cli/CommonOptions.h"
 
-#include <functional>
 #include <stdexcept>
-#include <utility>
 
 #include <CLI/App.hpp>
 #include <CLI/Validators.hpp>
@@ -13,23 +11,21 @@ namespace zonstory {
 
 namespace {
 
-// One of a few words, each standing for a value that is to be set.
+// One of a few words, each standing for a value.
 template <typename Value>
-CLI::Option* AddChoice(CLI::App& command, const std::string& name, const std::function<void(Value)>& set,
-                       const std::vector<std::pair<std::string, Value>>& choices, const std::string& description) {
+void AddChoice(CLI::App& command, const std::string& name, Value& value,
+               const std::vector<std::pair<std::string, Value>>& choices, const std::string& description) {
     std::vector<std::string> words;
     words.reserve(choices.size());
     for (const auto& choice : choices) {
         words.push_back(choice.first);
     }
-    return command
+    command
         .add_option_function<std::string>(
             name,
-            [set, choices](const std::string& word) {
+            [&value, choices](const std::string& word) {
                 for (const auto& choice : choices) {
-                    if (choice.first == word) {
-                        set(choice.second);
-                    }
+                    value = choice.first == word ? choice.second : value;
                 }
             },
             description)
@@ -37,19 +33,29 @@ CLI::Option* AddChoice(CLI::App& command, const std::string& name, const std::fu
         ->type_name("");
 }
 
-template <typename Value>
-CLI::Option* AddChoice(CLI::App& command, const std::string& name, Value& value,
-                       const std::vector<std::pair<std::string, Value>>& choices, const std::string& description) {
-    return AddChoice<Value>(
-        command, name, [&value](Value chosen) { value = chosen; }, choices, description);
-}
-
-CLI::Option* AddSeconds(CLI::App& command, const std::string& name, std::chrono::seconds& value,
-                        const std::string& description) {
-    return command
+void AddSeconds(CLI::App& command, const std::string& name, std::chrono::seconds& value,
+                const std::string& description) {
+    command
         .add_option_function<unsigned>(
             name, [&value](unsigned seconds) { value = std::chrono::seconds(seconds); }, description)
         ->type_name("SECONDS");
+}
+
+void AddJournal(CLI::App& command, JournalOptions& journal) {
+    command
+        .add_option("--journal", journal.place,
+                    "Record what is changed in this file, or in a file of this folder, beside the footage perhaps; in "
+                    "~/.local/state/zonstory unless given. 'undo' takes a run back by it")
+        ->type_name("FILE");
+    command.add_flag_callback(
+        "--no-journal", [&journal] { journal.isKept = false; }, "Record nothing; the run cannot be undone");
+    std::vector<std::pair<std::string, HashKind>> kinds;
+    for (const HashKind kind : kHashKinds) {
+        kinds.emplace_back(HashName(kind), kind);
+    }
+    AddChoice<HashKind>(command, "--hash", journal.hash, kinds,
+                        "Of which kind the journal's checksums are; xxh128 "
+                        "unless given");
 }
 
 } // namespace
@@ -114,55 +120,50 @@ CLI::Option* AddClips(CLI::App& command, std::vector<std::string>& clips, bool& 
 }
 
 void AddSidecar(CLI::App& command, ClipOptions& options) {
-    const std::function<void(Placement)> place = [&command, &options](Placement placement) {
-        const bool isForced = command.get_option("--sidecar")->count() > 0; // whoever else gives a place
-        options.placement = isForced ? Placement::Sidecar : placement;
-    };
-    AddChoice<Placement>(
-        command, "--place", place,
-        {{"auto", Placement::Auto}, {"inside", Placement::Inside}, {"sidecar", Placement::Sidecar}},
-        "Where metadata goes, and which place counts where both say something: inside a clip where "
-        "that leaves all else in it as it is, no hash list names it and no sidecar says a scene, else "
-        "beside it (auto, unless given, here, by ZONSTORY_PLACE or by a file); inside or nowhere; into "
-        "a sidecar")
-        ->configurable();
+    AddChoice<Placement>(command, "--place", options.placement,
+                         {{"auto", Placement::Auto}, {"inside", Placement::Inside}, {"sidecar", Placement::Sidecar}},
+                         "Where metadata goes: inside a clip where that leaves all else in it as it is, else beside it "
+                         "(auto, unless given); inside or nowhere; into a sidecar");
     command.add_flag_callback(
         "--sidecar", [&options] { options.placement = Placement::Sidecar; }, "As --place sidecar");
     AddChoice<SidecarName>(command, "--sidecar-name", options.sidecarName,
                            {{"short", SidecarName::Short}, {"full", SidecarName::Full}},
-                           "Name a new sidecar clip.xmp (short, unless given) or clip.mov.xmp (full)")
-        ->configurable();
+                           "Name a new sidecar clip.xmp (short, unless given) or clip.mov.xmp (full)");
 }
 
-void AddBatch(CLI::App& command, BatchOptions& options) {
+void AddBatchWork(CLI::App& command, BatchOptions& options) {
     command.add_flag("-n,--dry-run", options.clip.dryRun, "Say what would be done; nothing is copied or changed");
-    command.add_flag("--paths", options.showPaths, "Print the metadata paths that changed under each clip");
-    AddSidecar(command, options.clip);
     command.add_flag("--preserve-time", options.clip.preserveTime, "Keep the files' modification times");
-    command.add_flag_callback(
-        "--no-verify", [&options] { options.clip.verifyMedia = false; },
-        "Do not compare picture and sound in the new version with the old");
     command
         .add_option("-j,--jobs", options.jobs,
                     "How many clips to work on at once; 4 unless given, 0 for one a processor")
         ->check(CLI::Range(0, 256))
-        ->type_name("N")
-        ->configurable();
+        ->type_name("N");
     AddSeconds(command, "--wait", options.locks.wait,
-               "How long to wait for another run that works on a clip; 600 unless given")
-        ->configurable();
-    AddSeconds(command, "--settle", options.clip.settle, "Refuse clips that were changed more recently")
-        ->configurable();
+               "How long to wait for another run that works on a clip; 600 unless given");
+    AddSeconds(command, "--settle", options.clip.settle, "Refuse clips that were changed more recently");
     command.add_flag_callback(
         "--no-lock", [&options] { options.locks.useLocks = false; },
         "Do without locks, for file systems that have none; let no other run work there meanwhile");
-    command.add_option("--report", options.report, "Write what became of each clip into a file, .json or .csv")
+    command
+        .add_option("--report", options.report,
+                    "Write what became of each clip into a file, .json or .csv, as soon as it is known")
         ->type_name("FILE")
         ->check(CLI::Validator(
             [](const std::string& name) {
                 return IsReportName(name) ? std::string() : "the report's name must end in .json or .csv";
             },
             ""));
+}
+
+void AddBatch(CLI::App& command, BatchOptions& options) {
+    AddBatchWork(command, options);
+    command.add_flag("--paths", options.showPaths, "Print the metadata paths that changed under each clip");
+    AddSidecar(command, options.clip);
+    command.add_flag_callback(
+        "--no-verify", [&options] { options.clip.verifyMedia = false; },
+        "Do not compare picture and sound in the new version with the old");
+    AddJournal(command, options.journal);
 }
 
 } // namespace zonstory

@@ -32,7 +32,9 @@ void AddResultTarget(CLI::App& command, ResultTarget& target);
 CLI::Option* AddClips(CLI::App& command, std::vector<std::string>& clips, bool& recursive);
 /// --place, --sidecar and --sidecar-name.
 void AddSidecar(CLI::App& command, ClipOptions& options);
-/// Everything about changing many clips, sidecars included.
+/// How many clips are changed: what holds for every change, whatever it is.
+void AddBatchWork(CLI::App& command, BatchOptions& options);
+/// That, and everything about changing their metadata: sidecars and the journal.
 void AddBatch(CLI::App& command, BatchOptions& options);
 
 } // namespace zonstory

@@ -2,7 +2,6 @@
 
 #include <functional>
 #include <memory>
-#include <string>
 #include <vector>
 
 #include "output/ExitCode.h"
@@ -19,7 +18,6 @@ class Output;
 struct Invocation {
     bool isQuiet = false;
     bool isWithoutColor = false;
-    std::string configuration;       ///< A file; empty for the usual one.
     std::function<int(Output&)> run; ///< Set by the verb; returns an ExitCode.
 };
 

@@ -10,10 +10,10 @@
 
 #include <CLI/App.hpp>
 
-#include "cli/Configuration.h"
 #include "cli/OptionTree.h"
 #include "commands/InterruptSignals.h"
 #include "commands/UsageError.h"
+#include "journal/JournalPlace.h"
 #include "output/CsvReader.h"
 #include "output/ExitCode.h"
 #include "output/Output.h"
@@ -47,6 +47,9 @@ int RunVerb(const Invocation& invocation, Output& output) {
     } catch (const CsvError& error) {
         output.Error(error.what());
         return kUsage;
+    } catch (const JournalError& error) {
+        output.Error(error.what());
+        return kNoJournal;
     } catch (const std::bad_alloc&) {
         output.Error("out of memory");
         return kSomeFailed;
@@ -84,10 +87,6 @@ int ParseAndRun(int argc, char** argv, Output& output) {
     const std::unique_ptr<CLI::App> program = MakeOptionTree(invocation);
     try {
         program->parse(ArgumentsInReverse(argc, argv)); // the order it asks for
-        ApplyConfiguration(*program, invocation.configuration);
-    } catch (const ConfigurationError& error) {
-        output.Error(error.what());
-        return kUsage;
     } catch (const CLI::ParseError& outcome) {
         return ReportParseOutcome(*program, outcome, output);
     }

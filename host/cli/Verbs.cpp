@@ -65,15 +65,11 @@ const std::vector<Verb>& Verbs() {
          AddMatch},
         {"write", "Write a scene's data into clips", "zonstory write film.skrx --scene 12A A001.mov A002.mxf",
          "Writes heading, action, dialogue and scene number, and removes what another scene left. Containers that can "
-         "carry XMP get it inside, others a sidecar, and so does a clip that a hash list names. A clip that says the "
-         "same already is not touched, and a slate that names the scene, as 3B does for 3, stays. With --match, each "
-         "clip's scene is found as 'match' finds it, and only clips with an answer that say no other scene are "
-         "written.",
+         "carry XMP get it inside, others a sidecar. A clip that says the same already is not touched. With --match, "
+         "each clip's scene is found as 'match' finds it, and only clips with an answer are written.",
          AddWrite},
         {"clear", "Remove from clips what 'write' writes", "zonstory clear --recursive rushes/",
-         "Removes heading, action and dialogue, whoever wrote them, and the scene number that 'write' wrote; all other "
-         "metadata stays, a logger's slate too.",
-         AddClear},
+         "Removes heading, action, dialogue and scene number, whoever wrote them; all other metadata stays.", AddClear},
         {"show", "What clips carry", "zonstory show --format json rushes/",
          "Reads clips and sidecars; changes nothing.", AddShow},
         {"coverage", "Which scenes the clips show, and which none does",
@@ -97,6 +93,15 @@ const std::vector<Verb>& Verbs() {
          "stays and is listed. In FCPXML, scene and take are metadata of the clip, the other fields its note and "
          "keywords.",
          AddLog},
+        {"undo", "Give clips the bytes back that they had before a run", "zonstory undo --dry-run",
+         "Takes back the last run that changed anything and is not undone yet, over all its clips; the next undo takes "
+         "back the run before. A clip gets its earlier bytes, proven by the checksum in the journal; one that was "
+         "changed since is left alone and named. Sidecars that the run made go. What failed can be tried again.",
+         AddUndo},
+        {"history", "What runs changed, and when", "zonstory history --clip A001.mov",
+         "Lists the runs that a journal tells of, and whether they are undone; or one clip's changes, with old and new "
+         "values. Changes nothing.",
+         AddHistory},
         {"recover", "Remove what killed runs left beside clips", "zonstory recover --dry-run /mnt/show",
          "A run that was killed, or met a power cut, leaves the new version that it was making in the hidden folder "
          ".zonstory-work beside the clip; the clip itself is whole. The next run there removes it, too. What a live "

@@ -73,17 +73,19 @@ void RequireSeen(const ClipState& state, const Replacement& replacement, const F
     }
 }
 
-void Prove(const ClipState& state, const ClipOptions& options, const ByteReader& old, const ByteReader& made) {
+Checksums Prove(const ClipState& state, const ClipOptions& options, const ByteReader& old, const ByteReader& made) {
     const bool leavesOutMedia = state.layout && !options.verifyMedia;
-    RequireEdited(old, state.edits, made, leavesOutMedia ? state.layout->Media() : std::vector<ByteRange>());
+    Checksums checksums = RequireEdited(
+        old, state.edits, made, leavesOutMedia ? state.layout->Media() : std::vector<ByteRange>(), options.hash);
     if (!state.layout) {
-        return;
+        return checksums;
     }
     const std::unique_ptr<ContainerLayout> layout = ReadLayout(made, state.Extension());
     RequireSamePlaces(*state.layout, state.edits, *layout);
     if (state.wanted != state.before) { // else nothing is known of the metadata but its bytes
         RequireWanted(*layout, made, state);
     }
+    return checksums;
 }
 
 } // namespace
@@ -99,7 +101,9 @@ RecordedEdits PrepareNewVersion(const ClipState& state, const ClipOptions& optio
     ThrowIfInterrupted();
     try {
         const ByteReader made(copy, FileSize(copy));
-        Prove(state, options, old, made);
+        Checksums checksums = Prove(state, options, old, made);
+        record.checksumBefore = std::move(checksums.before);
+        record.checksumAfter = std::move(checksums.after);
         if (state.layout && state.wanted != state.before) {
             RequireSeen(state, replacement, copy);
         }

@@ -103,7 +103,7 @@ std::filesystem::path Replacement::Path() const {
     return mWorkspace.FolderPath() / mName;
 }
 
-std::vector<std::string> Replacement::Commit(bool preserveTime) {
+std::vector<std::string> Replacement::Commit(bool preserveTime, const std::function<void()>& confirm) {
     std::vector<std::string> notes;
     FileDescriptor held = OpenSameFile(mWorkspace.Folder(), mName, mNew);
     if (mTarget->Exists()) {
@@ -119,13 +119,15 @@ std::vector<std::string> Replacement::Commit(bool preserveTime) {
         ThrowSystemError(kNotOnDisk);
     }
     mNew = std::move(held);
+    confirm();
     TakeName();
     FlushFolder(mTarget->FolderDescriptor(), notes);
     return notes;
 }
 
-std::vector<std::string> Replacement::Remove() {
+std::vector<std::string> Replacement::Remove(const std::function<void()>& confirm) {
     std::vector<std::string> notes;
+    confirm();
     RequireUnchanged(*mTarget);
     mTarget->CloseFile();
     if (::unlinkat(mTarget->FolderDescriptor().Get(), mTarget->Name().c_str(), 0) != 0) {

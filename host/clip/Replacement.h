@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -33,13 +34,15 @@ public:
 
     /// Puts the new version in the file's place, and closes both.
     /// @param preserveTime  The new version gets the old one's time of modification.
+    /// @param confirm       Called when all but the name is done; what it throws leaves the file as it was.
     /// @return What the user should know: what of the file could not be kept, other hard links.
     /// @throws FileError when the file was changed by others since it was opened, when the name under which the new version
     ///         grew stands for another file than the one that Create() gave, or a step fails; the file is then as it was.
-    std::vector<std::string> Commit(bool preserveTime);
+    std::vector<std::string> Commit(
+        bool preserveTime, const std::function<void()>& confirm = [] {});
     /// Removes the file instead, which has nothing left to say.
     /// @throws FileError as Commit().
-    std::vector<std::string> Remove();
+    std::vector<std::string> Remove(const std::function<void()>& confirm = [] {});
 
 private:
     void TakeName();

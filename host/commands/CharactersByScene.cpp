@@ -1,7 +1,11 @@
 #include "commands/CharactersByScene.h"
 
 #include <algorithm>
+#include <iterator>
+#include <stdexcept>
 #include <string>
+
+#include <fmt/format.h>
 
 #include "output/Record.h"
 
@@ -20,7 +24,17 @@ struct LinesDocument {
     std::vector<SceneLines> scenes;
 };
 
+// A feature has some ten thousand; a hostile file would ask for more than any memory holds.
+constexpr std::size_t kMostCells = 16'000'000;
+
+void RequireRoom(std::size_t scenes, std::size_t characters) {
+    if (characters > 0 && scenes > kMostCells / characters) {
+        throw std::length_error(fmt::format("a table of {} scenes and {} speakers is too large", scenes, characters));
+    }
+}
+
 LinesDocument DocumentOf(const std::vector<SceneFacts>& scenes, const std::vector<CharacterFacts>& characters) {
+    RequireRoom(scenes.size(), characters.size());
     LinesDocument document;
     document.scenes.reserve(scenes.size());
     for (const SceneFacts& scene : scenes) {

@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "commands/ClipSelection.h"
-#include "commands/SaidScene.h"
 #include "commands/SceneSync.h"
 #include "commands/Toolkit.h"
 
@@ -17,17 +16,16 @@ constexpr BatchWords kWords = {"cleared", "would be cleared"};
 
 int RunClear(const ClearOptions& options, Output& output) {
     const Toolkit toolkit;
-    SceneRules rules;
-    BatchOptions batch = options.batch;
-    batch.clip = rules.In(batch.clip);
     std::vector<SelectedClip> clips = SelectClips(options.clips, options.recursive);
-    RefuseSharedSidecars(clips, batch.clip);
+    RefuseSharedSidecars(clips, options.batch.clip);
     std::vector<ClipTask> tasks;
     tasks.reserve(clips.size());
     for (SelectedClip& clip : clips) {
         tasks.push_back({std::move(clip.path), std::move(clip.refusal), std::nullopt, "", ClearScene});
     }
-    return RunBatch(tasks, batch, kWords, output);
+    RunFacts facts;
+    facts.verb = "clear";
+    return RunBatch(tasks, options.batch, kWords, std::move(facts), output);
 }
 
 } // namespace zonstory

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <memory>
 #include <mutex>
 #include <numeric>
 #include <thread>
@@ -17,6 +18,8 @@
 #include "commands/InOrder.h"
 #include "commands/InterruptSignals.h"
 #include "commands/SceneSync.h"
+#include "journal/JournalWriter.h"
+#include "journal/JournaledClip.h"
 #include "output/ExitCode.h"
 #include "output/SafeText.h"
 
@@ -36,31 +39,31 @@ ClipResult ResultOf(Outcome outcome) {
     return ClipResult::Unchanged;
 }
 
-// Where that leaves something in the clip's other place, this follows; a dry run has told of it already.
-UpdateResult UpdateBothPlaces(const std::filesystem::path& clip, const ClipOptions& options,
-                              const std::function<void(SXMPMeta&)>& change, KeptFolder& kept) {
-    UpdateResult result = UpdateClip(clip, options, change, &kept);
-    if (!result.unsettled || options.dryRun) {
-        result.outcome = result.unsettled ? Outcome::WouldWrite : result.outcome;
-        return result;
+/// How clips are worked on: what does not change from one to the next.
+struct Work {
+    const ClipOptions& options;
+    KeptFolder& kept;
+    JournalWriter* journal; ///< Null where none is kept.
+};
+
+// A file that has its earlier bytes already, as after an undo that was killed, is done.
+UpdateResult TakeBack(const ClipTask::Undoing& undoing, const ClipOptions& options, const Work& work) {
+    const ChangeFacts facts = undoing.facts();
+    if (IsEdited(undoing.file, facts.back)) {
+        if (work.journal != nullptr) {
+            work.journal->FoundAsBefore(undoing.key);
+        }
+        return {Outcome::Unchanged, facts.target, undoing.file, {}, {}, {}, {}};
     }
-    try {
-        UpdateResult other = SettleClip(clip, *result.unsettled, options, &kept);
-        result.outcome = other.outcome == Outcome::Written ? Outcome::Written : result.outcome;
-        std::move(other.warnings.begin(), other.warnings.end(), std::back_inserter(result.warnings));
-        return result;
-    } catch (const ClipInterrupted&) {
-        throw;
-    } catch (const FileError& error) {
-        const char* const place = *result.unsettled == Target::Inside ? "inside" : "in its sidecar";
-        throw ClipError(fmt::format("still says what it said {}, which {}", place, error.what()));
-    }
+    return RepeatEdits(undoing.file, facts.back, options, &work.kept);
 }
 
-void Update(const ClipTask& task, const ClipOptions& options, KeptFolder& kept, ClipRecord& record) {
-    SceneChange change;
-    UpdateResult result = UpdateBothPlaces(
-        task.clip, options, [&](SXMPMeta& xmp) { change = task.change(xmp); }, kept);
+void Update(const ClipTask& task, const ClipOptions& options, const Work& work, ClipRecord& record) {
+    std::vector<zonmetadata::Path> changed;
+    UpdateResult result = task.undoing
+                              ? TakeBack(*task.undoing, options, work)
+                              : UpdateClip(
+                                    task.clip, options, [&](SXMPMeta& xmp) { changed = task.change(xmp); }, &work.kept);
     record.result = ResultOf(result.outcome);
     record.target = result.target;
     record.file = std::move(result.file);
@@ -68,33 +71,27 @@ void Update(const ClipTask& task, const ClipOptions& options, KeptFolder& kept, 
     record.warnings = record.notes.size();
     std::move(result.notes.begin(), result.notes.end(), std::back_inserter(record.notes));
     if (record.result != ClipResult::Unchanged) {
-        std::move(change.notes.begin(), change.notes.end(), std::back_inserter(record.notes));
-        std::transform(change.paths.begin(), change.paths.end(), std::back_inserter(record.changedPaths), PathText);
+        std::transform(changed.begin(), changed.end(), std::back_inserter(record.changedPaths), PathText);
     }
 }
 
-void Keep(const SceneStays& stays, ClipRecord& record) {
-    record.scene.clear();
-    if (stays.IsOfAnotherScene()) {
-        record.result = ClipResult::Unmatched;
-        record.reason = stays.what();
-    } else {
-        record.result = ClipResult::Unchanged;
-        record.notes.emplace_back(stays.what());
+void UpdateInJournal(const ClipTask& task, const Work& work, ClipRecord& record) {
+    if (work.journal == nullptr) {
+        return Update(task, work.options, work, record);
     }
+    JournaledClip journaled(*work.journal, task.clip, task.scene,
+                            task.undoing ? std::optional(task.undoing->key) : std::nullopt);
+    ClipOptions options = work.options;
+    options.witness = &journaled;
+    Update(task, options, work, record);
 }
 
 // Every way to fail becomes a record: one clip never stops the others.
-ClipRecord WorkOn(const ClipTask& task, const ClipOptions& options, KeptFolder& kept) {
+ClipRecord WorkOn(const ClipTask& task, const Work& work) {
     ClipRecord record;
     record.clip = task.clip;
     record.scene = task.scene;
-    record.words = task.words;
     if (IsInterrupted()) {
-        return record;
-    }
-    if (task.isSkipped) {
-        record.result = ClipResult::Skipped;
         return record;
     }
     if (!task.refusal.empty()) {
@@ -108,11 +105,9 @@ ClipRecord WorkOn(const ClipTask& task, const ClipOptions& options, KeptFolder& 
         return record;
     }
     try {
-        Update(task, options, kept, record);
+        UpdateInJournal(task, work, record);
     } catch (const ClipInterrupted&) {
         record.result = ClipResult::NotDone;
-    } catch (const SceneStays& stays) {
-        Keep(stays, record);
     } catch (const XMP_Error& error) {
         record.result = ClipResult::Failed;
         record.reason = fmt::format("{} (XMP error {})", error.what(), error.GetID());
@@ -124,8 +119,7 @@ ClipRecord WorkOn(const ClipTask& task, const ClipOptions& options, KeptFolder& 
 }
 
 std::string ResultLine(const ClipRecord& record, const BatchWords& words) {
-    std::string line =
-        fmt::format("{}: {}", record.clip.string(), ResultWord(record.result, record.words ? *record.words : words));
+    std::string line = fmt::format("{}: {}", record.clip.string(), ResultWord(record.result, words));
     if (!record.scene.empty()) {
         line += ", scene " + record.scene;
     }
@@ -215,25 +209,14 @@ LockSettings SayingWaits(LockSettings locks, Saying& saying) {
 }
 
 std::string Summary(const std::vector<ClipRecord>& records, const BatchOptions& options, const BatchWords& words) {
-    std::array<std::size_t, 7> counts{};
-    std::size_t others = 0; // done in words of their own
-    const BatchWords* otherWords = nullptr;
-    const ClipResult done = options.clip.dryRun ? ClipResult::Would : ClipResult::Done;
+    std::array<std::size_t, 6> counts{};
     for (const ClipRecord& record : records) {
-        const bool isOther = record.words != nullptr && record.result == done;
-        others += isOther ? 1 : 0;
-        otherWords = isOther ? record.words : otherWords;
-        counts[static_cast<std::size_t>(record.result)] += isOther ? 0 : 1;
+        ++counts[static_cast<std::size_t>(record.result)];
     }
     const auto count = [&](ClipResult result) { return counts[static_cast<std::size_t>(result)]; };
+    const ClipResult done = options.clip.dryRun ? ClipResult::Would : ClipResult::Done;
     std::string summary = fmt::format("{} {}, {} unchanged, {} failed", count(done), ResultWord(done, words),
                                       count(ClipResult::Unchanged), count(ClipResult::Failed));
-    if (others > 0) {
-        summary += fmt::format(", {} {}", others, ResultWord(done, *otherWords));
-    }
-    if (count(ClipResult::Skipped) > 0) {
-        summary += fmt::format(", {} skipped", count(ClipResult::Skipped));
-    }
     if (count(ClipResult::Unmatched) > 0) {
         summary += fmt::format(", {} without a scene", count(ClipResult::Unmatched));
     }
@@ -254,10 +237,31 @@ int ExitCodeOf(const std::vector<ClipRecord>& records) {
     return has(ClipResult::Unmatched) ? kUnmatched : kDone;
 }
 
+// A run that only tells changes nothing, the journal neither.
+std::unique_ptr<JournalWriter> OpenJournal(const BatchOptions& options, RunFacts facts) {
+    const bool isKept = options.journal.isKept && !options.clip.dryRun;
+    return isKept ? std::make_unique<JournalWriter>(JournalNamed(options.journal.place), std::move(facts)) : nullptr;
+}
+
+void FinishJournal(JournalWriter* journal, Output& output) {
+    try {
+        if (journal != nullptr) {
+            journal->Finish();
+        }
+    } catch (const JournalError& error) { // what was to be changed is recorded; only its end is not
+        output.Warning(error.what());
+    }
+}
+
 } // namespace
 
-int RunBatch(const std::vector<ClipTask>& tasks, const BatchOptions& options, const BatchWords& words, Output& output) {
+int RunBatch(const std::vector<ClipTask>& tasks, const BatchOptions& options, const BatchWords& words, RunFacts facts,
+             Output& output) {
     const InterruptSignals signals;
+    const std::unique_ptr<JournalWriter> journal = OpenJournal(options, std::move(facts));
+    ClipReport report(options.report, words);
+    ClipOptions clipOptions = options.clip;
+    clipOptions.hash = journal ? std::optional(options.journal.hash) : std::nullopt;
     const unsigned threads = options.jobs == 0 ? std::max(1U, std::thread::hardware_concurrency()) : options.jobs;
     const unsigned passes = options.clip.verifyMedia ? 2 : 1;
     const std::vector<std::uint64_t> sizes = Sizes(tasks, output);
@@ -265,23 +269,24 @@ int RunBatch(const std::vector<ClipTask>& tasks, const BatchOptions& options, co
     records.reserve(tasks.size());
     Saying saying(sizes, output);
     KeptFolder kept(SayingWaits(options.locks, saying));
+    const Work work = {clipOptions, kept, journal.get()};
     ComputeInOrder<ClipRecord>(
         tasks.size(), threads,
         [&](std::size_t index) {
             const CountedClip counted(sizes[index], passes);
-            return WorkOn(tasks[index], options.clip, kept);
+            return WorkOn(tasks[index], work);
         },
         [&](std::size_t index, ClipRecord record) {
             saying.Now(index);
             Print(record, options, words, output);
+            report.Add(record);
             records.push_back(std::move(record));
             saying.Now(index + 1);
         },
         [&] { saying.Now(records.size()); });
+    FinishJournal(journal.get(), output);
     output.Note(Summary(records, options, words));
-    if (!options.report.empty()) {
-        WriteClipReport(options.report, records, words);
-    }
+    report.Finish();
     return ExitCodeOf(records);
 }
 

@@ -6,10 +6,12 @@
 #include <string>
 #include <vector>
 
+#include <zonmetadata/Path.h>
+
 #include "clip/Clip.h"
 #include "clip/Workspace.h"
-#include "commands/ClipRecord.h"
-#include "commands/SceneSync.h"
+#include "journal/JournalEntry.h"
+#include "journal/JournalPlace.h"
 #include "output/Output.h"
 
 /// Changes many clips, one failure not stopping the others: the work of `write` and `clear`.
@@ -21,10 +23,24 @@ struct ClipTask {
     std::string refusal;                  ///< Why nothing can be done, which is a failure; empty where something is.
     std::optional<std::string> unmatched; ///< Why no scene was found, so that the clip is left alone.
     std::string scene;                    ///< The number that is written; empty for `clear`.
-    /// Called on any thread. May throw SceneStays.
-    std::function<SceneChange(SXMPMeta&)> change;
-    bool isSkipped = false;            ///< Nothing is done with it, as its user wants it.
-    const BatchWords* words = nullptr; ///< For this clip alone; null for those of the run.
+    /// Called on any thread. Returns what may have changed.
+    std::function<std::vector<zonmetadata::Path>(SXMPMeta&)> change;
+
+    /// A change that is taken back, in place of one that is made.
+    struct Undoing {
+        ChangeKey key;              ///< In the journal that the run writes to.
+        std::filesystem::path file; ///< What was changed: the clip or its sidecar.
+        /// The whole of it. Called on any thread.
+        std::function<ChangeFacts()> facts;
+    };
+    std::optional<Undoing> undoing = {};
+};
+
+/// What is recorded of a run, and where.
+struct JournalOptions {
+    bool isKept = true;
+    std::string place; ///< A file or folder; empty for the user's own.
+    HashKind hash = HashKind::XXH128;
 };
 
 struct BatchOptions {
@@ -35,11 +51,22 @@ struct BatchOptions {
     unsigned jobs = 4;
     bool showPaths = false; ///< Print the changed paths under each clip.
     std::string report;     ///< A file that gets a row a clip, .json or .csv; empty for none.
+    JournalOptions journal;
 };
 
-/// Works through the clips and prints a line for each, in their order, then a summary.
+/// How a command calls what it did.
+struct BatchWords {
+    const char* done;  ///< "written"
+    const char* would; ///< "would be written"
+};
+
+/// Works through the clips and prints a line for each, in their order, then a summary. What is changed is in the journal
+/// before it is changed, and what became of each clip in the report as soon as it is printed.
+/// @param facts  The verb and its story, for the journal.
 /// @return An ExitCode. After an interrupt the clips not begun are left out and reported as such.
-/// @throws OutputError when the report cannot be written; the clips are done then.
-int RunBatch(const std::vector<ClipTask>& tasks, const BatchOptions& options, const BatchWords& words, Output& output);
+/// @throws JournalError, OutputError before the first clip when journal or report cannot be written; OutputError after the
+///         last when the report could not be completed.
+int RunBatch(const std::vector<ClipTask>& tasks, const BatchOptions& options, const BatchWords& words, RunFacts facts,
+             Output& output);
 
 } // namespace zonstory

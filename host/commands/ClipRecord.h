@@ -9,13 +9,7 @@
 
 namespace zonstory {
 
-enum class ClipResult { Done, Unchanged, Would, Failed, Unmatched, NotDone, Skipped };
-
-/// How a command calls what it did.
-struct BatchWords {
-    const char* done;  ///< "written"
-    const char* would; ///< "would be written"
-};
+enum class ClipResult { Done, Unchanged, Would, Failed, Unmatched, NotDone };
 
 /// What became of one clip.
 struct ClipRecord {
@@ -28,7 +22,6 @@ struct ClipRecord {
     std::vector<std::string> notes;
     std::size_t warnings = 0; ///< How many of the notes, from the first on, are for those as well who want no notes.
     std::vector<std::string> changedPaths;
-    const BatchWords* words = nullptr; ///< Null for those of the run.
 };
 
 } // namespace zonstory

@@ -1,7 +1,8 @@
 #include "commands/ClipReport.h"
 
+#include <utility>
+
 #include "commands/TargetWord.h"
-#include "files/AtomicFile.h"
 #include "output/Record.h"
 
 namespace zonstory {
@@ -27,14 +28,10 @@ const char* TargetOf(const ClipRecord& record) {
     return record.file.empty() ? "" : TargetWord(record.target);
 }
 
-ReportDocument DocumentOf(const std::vector<ClipRecord>& records, const BatchWords& words) {
-    ReportDocument document;
-    for (const ClipRecord& record : records) {
-        document.clips.push_back({record.clip.string(), record.scene, TargetOf(record), record.file.string(),
-                                  ResultWord(record.result, record.words ? *record.words : words), record.reason,
-                                  record.notes, record.changedPaths});
-    }
-    return document;
+ReportRow RowOf(const ClipRecord& record, const BatchWords& words) {
+    return {
+        record.clip.string(), record.scene, TargetOf(record),   record.file.string(), ResultWord(record.result, words),
+        record.reason,        record.notes, record.changedPaths};
 }
 
 } // namespace
@@ -60,6 +57,37 @@ const Fields<ReportDocument>& FieldsOf<ReportDocument>() {
     return fields;
 }
 
+namespace {
+
+std::string CsvHeader() {
+    return RecordTable(std::vector<ReportRow>()).AsCsv();
+}
+
+// A report without rows, parted where they go.
+std::pair<std::string, std::string> AroundRows(bool isJson) {
+    const std::string text = isJson ? DocumentText("report", ReportDocument()) : CsvHeader();
+    const std::size_t end = isJson ? text.rfind(']') : text.size();
+    return {text.substr(0, end), text.substr(end)};
+}
+
+// As an item of the document's list, indented as it is there.
+std::string JsonRow(const ReportRow& row) {
+    std::string text = JsonText(RecordJson(row));
+    text.pop_back();
+    std::string indented = "\n    ";
+    for (const char character : text) {
+        indented += character;
+        indented += character == '\n' ? "    " : "";
+    }
+    return indented;
+}
+
+std::string CsvRow(const ReportRow& row) {
+    return RecordTable(std::vector<ReportRow>{row}).AsCsv().substr(CsvHeader().size());
+}
+
+} // namespace
+
 std::string ResultWord(ClipResult result, const BatchWords& words) {
     switch (result) {
     case ClipResult::Done:
@@ -72,8 +100,6 @@ std::string ResultWord(ClipResult result, const BatchWords& words) {
         return "failed";
     case ClipResult::Unmatched:
         return "unmatched";
-    case ClipResult::Skipped:
-        return "skipped";
     case ClipResult::NotDone:
         break;
     }
@@ -84,11 +110,27 @@ bool IsReportName(const std::filesystem::path& path) {
     return path.extension() == ".json" || path.extension() == ".csv";
 }
 
-void WriteClipReport(const std::filesystem::path& path, const std::vector<ClipRecord>& records,
-                     const BatchWords& words) {
-    const ReportDocument document = DocumentOf(records, words);
-    WriteFileAtomically(path, path.extension() == ".json" ? DocumentText("report", document)
-                                                          : RecordTable(document.clips).AsCsv());
+ClipReport::ClipReport(const std::filesystem::path& path, const BatchWords& words)
+    : mWords(words), mIsJson(path.extension() == ".json") {
+    if (!path.empty()) {
+        const auto [before, behind] = AroundRows(mIsJson);
+        mFile = std::make_unique<GrowingFile>(path, before, behind);
+        mBehind = mIsJson ? "\n  " + behind : behind; // with rows, on a line of its own
+    }
+}
+
+void ClipReport::Add(const ClipRecord& record) {
+    if (mFile) {
+        const ReportRow row = RowOf(record, mWords);
+        const char* const comma = std::exchange(mIsFirst, false) ? "" : ",";
+        mFile->Add(mIsJson ? comma + JsonRow(row) : CsvRow(row), mBehind);
+    }
+}
+
+void ClipReport::Finish() {
+    if (mFile) {
+        mFile->Finish();
+    }
 }
 
 Json ReportSchema() {

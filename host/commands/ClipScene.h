@@ -28,8 +28,7 @@ struct ClipScene {
     };
     std::vector<Speech> dialogue;
     ScriptReference script;
-    std::string contradiction; ///< As in ClipContents, as the next.
-    std::vector<std::string> notes;
+    std::vector<std::string> notes; ///< What the user should know, as in ClipContents.
 };
 
 /// @throws ClipError, XMP_Error

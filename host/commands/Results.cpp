@@ -50,8 +50,8 @@ void RefuseToReplace(const std::string& target, const std::vector<std::string>& 
     if (IsStandardOutput(target)) {
         return;
     }
-    if (IsMediaName(target)) {
-        throw UsageError(target + ": is the name of a clip; results go to no clip");
+    if (IsMediaName(target) || EndingOf(target) == ".xmp") {
+        throw UsageError(target + ": is the name of a clip or of a sidecar; results go to none");
     }
     for (const std::string& input : inputs) {
         std::error_code error; // of a file that is not there

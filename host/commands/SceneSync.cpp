@@ -1,11 +1,10 @@
 #include "commands/SceneSync.h"
 
-#include <fmt/format.h>
+#include <utility>
+
 #include <zonmetadata/SchemaNamespaces.h>
 #include <zonstoryparser/SceneContent.h>
-
-#include "commands/SaidScene.h"
-#include "match/SceneField.h"
+#include <zonstoryparser/StoryComparison.h>
 
 namespace zonstory {
 
@@ -31,44 +30,14 @@ void Require(bool isDone, const char* problem) {
     }
 }
 
-bool NamesIt(const std::string& number, const SceneToWrite& scene) {
-    return NamesScene(number, scene.numbers, scene.selected.position - 1);
-}
+// A scene's number and all that it says.
+using Said = std::pair<std::string, zonstoryparser::CarriedScene>;
 
-void RequireMayWrite(const SceneToWrite& scene, const SaidScene& before) {
-    if (scene.existing == Existing::Stays && !before.IsEmpty()) {
-        throw SceneStays(before.number.empty() ? "says something of a scene already"
-                                               : fmt::format("says scene {} already", before.number),
-                         false);
-    }
-    if (scene.existing == Existing::OtherSceneStays && !before.number.empty() && !NamesIt(before.number, scene)) {
-        throw SceneStays(
-            fmt::format("says scene {} already, and is written over with '--replace' alone", before.number), true);
-    }
-}
-
-// What is lost with the old values, as far as people put it there.
-std::vector<std::string> NotesOn(const SaidScene& before, const SaidScene& after, const std::string& number) {
-    std::vector<std::string> notes;
-    if (after.number != number) {
-        notes.push_back(fmt::format("keeps the slate {}, which names scene {}", after.number, number));
-    } else if (!before.number.empty() && before.number != number) {
-        notes.push_back(fmt::format("said scene {} before", before.number));
-    }
-    if (!before.IsOfScript() && !before.text.location.empty() && before.text.location != after.text.location) {
-        notes.push_back(fmt::format("said location {} before", before.text.location));
-    }
-    return notes;
-}
-
-// The number, unless a slate stays. What was written there by this program is still its own.
-std::string WriteNumber(const SceneToWrite& scene, const SaidScene& before, SXMPMeta& xmp) {
-    if (NamesIt(before.number, scene)) {
-        return before.IsOwnNumber() ? before.number : std::string();
-    }
-    const zoncore::UString number = NumberToWrite(scene.selected);
-    Require(zonstoryparser::WriteSceneNumberToXMP(number, xmp), "Error writing scene number to XMP");
-    return zoncore::UTF16to8(number);
+Said ReadSaid(SXMPMeta& xmp) {
+    Said said;
+    zonstoryparser::GetSceneNumberFromXMP(xmp, nullptr, &said.first);
+    said.second = zonstoryparser::ReadCarriedScene(xmp);
+    return said;
 }
 
 // The library leaves alone what a scene does not have. The headings paths are reported by the library when it writes one.
@@ -93,47 +62,36 @@ void RemoveStaleHeading(const zonstoryparser::SceneContent& content, SXMPMeta& x
 
 } // namespace
 
-SceneChange WriteScene(const SceneToWrite& scene, SXMPMeta& xmp) {
-    const SaidScene before = ReadSaidScene(xmp);
-    RequireMayWrite(scene, before);
-    const zonstoryparser::SceneContent content = zonstoryparser::GatherSceneContent(*scene.selected.scene);
-    SceneChange change;
-    RemoveStaleHeading(content, xmp, change.paths);
+Changed WriteScene(const SelectedScene& selected, const ScriptReference& script, SXMPMeta& xmp) {
+    const Said before = ReadSaid(xmp);
+    const zonstoryparser::SceneContent content = zonstoryparser::GatherSceneContent(*selected.scene);
+    Changed changed;
+    RemoveStaleHeading(content, xmp, changed);
     if (content.action.empty()) {
         Require(zonstoryparser::DeleteActionFromXMP(xmp), "the old action cannot be removed");
     }
-    const zoncore::UString problem = zonstoryparser::WriteSceneMetadataIntoXMP(scene.selected.scene, xmp, change.paths);
+    const zoncore::UString problem = zonstoryparser::WriteSceneMetadataIntoXMP(selected.scene, xmp, changed);
     Require(problem.empty(), zoncore::UTF16to8(problem).c_str());
-    ScriptReference script = scene.script;
-    script.scene = WriteNumber(scene, before, xmp);
-    change.paths.push_back(SceneNumberPath());
-    const SaidScene after = ReadSaidScene(xmp);
-    if (after.number != before.number || after.text != before.text) {
+    const zoncore::UString number = NumberToWrite(selected);
+    Require(zonstoryparser::WriteSceneNumberToXMP(number, xmp), "Error writing scene number to XMP");
+    changed.push_back(SceneNumberPath());
+    if (ReadSaid(xmp) != before) {
         WriteScriptReference(script, xmp);
-        change.paths.push_back(ScriptReferencePath());
-        change.notes = NotesOn(before, after, zoncore::UTF16to8(NumberToWrite(scene.selected)));
+        changed.push_back(ScriptReferencePath());
     }
-    return change;
+    return changed;
 }
 
-SceneChange ClearScene(SXMPMeta& xmp) {
-    const SaidScene before = ReadSaidScene(xmp);
-    SceneChange change;
-    if (!before.IsOfScript()) {
-        return change;
-    }
-    const zoncore::UString problem = zonstoryparser::ClearSceneMetadataFromXMP(xmp, change.paths);
+Changed ClearScene(SXMPMeta& xmp) {
+    Changed changed;
+    const zoncore::UString problem = zonstoryparser::ClearSceneMetadataFromXMP(xmp, changed);
     Require(problem.empty(), zoncore::UTF16to8(problem).c_str());
-    if (before.IsOwnNumber()) {
-        Require(zonstoryparser::DeleteSceneNumberFromXMP(xmp), "Error deleting scene number from XMP");
-        change.paths.push_back(SceneNumberPath());
-    } else if (!before.number.empty()) {
-        change.notes.push_back(fmt::format("keeps scene {}, which another program wrote", before.number));
-    }
+    Require(zonstoryparser::DeleteSceneNumberFromXMP(xmp), "Error deleting scene number from XMP");
+    changed.push_back(SceneNumberPath());
     if (ClearScriptReference(xmp)) {
-        change.paths.push_back(ScriptReferencePath());
+        changed.push_back(ScriptReferencePath());
     }
-    return change;
+    return changed;
 }
 
 std::string PathText(const zonmetadata::Path& path) {

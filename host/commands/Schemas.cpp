@@ -8,6 +8,7 @@
 #include "commands/ClipReport.h"
 #include "commands/Coverage.h"
 #include "commands/DiffRecords.h"
+#include "commands/History.h"
 #include "commands/Info.h"
 #include "commands/Log.h"
 #include "commands/Match.h"
@@ -21,8 +22,10 @@ std::vector<std::pair<std::string, std::string>> Schemas() {
         {"characters", CharactersSchema},
         {"characters-by-scene", SpeakersBySceneSchema},
         {"check", CheckSchema},
+        {"clip-history", ClipHistorySchema},
         {"coverage", CoverageSchema},
         {"diff", DiffSchema},
+        {"history", HistorySchema},
         {"info", InfoSchema},
         {"log", LogSchema},
         {"match", MatchSchema},

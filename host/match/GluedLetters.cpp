@@ -44,7 +44,7 @@ SlateWord BelowScene(std::string_view letters) {
 }
 
 bool ReadFront(std::string_view letters, bool sceneInFront, NamedNumber& number) {
-    const SlateWord whole = MeaningOf(letters);
+    const SlateWord whole = letters == "SEC" ? SlateWord::Sequence : MeaningOf(letters); // seconds only behind a number
     const SlateWord word = whole == SlateWord::Unknown && sceneInFront ? BelowScene(letters) : whole;
     number.counted = false;
     if (word != SlateWord::Unknown) {
@@ -67,8 +67,16 @@ bool ReadFront(std::string_view letters, bool sceneInFront, NamedNumber& number)
 
 bool ReadMiddle(std::string_view letters, NamedNumber& number, NamedNumber& next) {
     const bool below = BelowScene(letters) != SlateWord::Unknown;
+    if (letters == "E" && number.prefix == "B") { // B28E02T04, Bild and Einstellung
+        number.word = SlateWord::Sequence;
+        number.prefix.clear();
+    }
     if (below && IsSceneWord(number.word)) {
         next.word = SlateWord::Shot;
+        return true;
+    }
+    if (!number.prefix.empty() && IsSceneWord(MeaningOf(letters))) { // E01S12T03
+        next.word = MeaningOf(letters);
         return true;
     }
     constexpr unsigned kBetween = Set(SlateWord::Shot) | Set(SlateWord::Slate) | Set(SlateWord::Remark);

@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "match/NameRuns.h"
+#include "text/AsciiText.h"
 
 namespace zonstory {
 
@@ -38,8 +39,8 @@ constexpr Titles kTitles[] = {
      "RULLO SCHEDA"},
     {"number", &LogColumns::number, "CLIPNUMBER CLIPNO CLIPNUM CLIPNR CLIPNUMMER NUMERODECLIP NUMEROCLIP"},
     {"scene", &LogColumns::scene,
-     "SCENE SCENENUMBER SCENENO SCENENUM SCENENAME SC SCN SCENEN SZENE SZENENNUMMER SZENENNR SZENENR SZ BILD BILDNR "
-     "BILDNUMMER NUMERODESCENE SEQUENCE SEQUENCEN SEQ NSEQUENCE ESCENA NUMERODEESCENA ESC SECUENCIA SEC SCENA "
+     "SCENE SCENENUMBER SCENENO SCENENUM SCENENAME SC SCN SCENEN SCENESHOT SZENE SZENENNUMMER SZENENNR SZENENR SZ BILD "
+     "BILDNR BILDNUMMER NUMERODESCENE SEQUENCE SEQUENCEN SEQ NSEQUENCE ESCENA NUMERODEESCENA ESC SECUENCIA SEC SCENA "
      "NUMEROSCENA"},
     {"take", &LogColumns::take,
      "TAKE TAKENUMBER TAKENO TAKENUM TAKENR TK TAKES PRISE NPRISE PRISEN NUMERODEPRISE TOMA NUMERODETOMA CIAK TAKEN"},
@@ -61,13 +62,11 @@ std::vector<std::string> PlainNames(const std::vector<std::string>& columns) {
 }
 
 std::optional<std::size_t> FindPlain(std::string_view names, const std::vector<std::string>& plain) {
-    for (std::size_t begin = 0; begin < names.size();) {
-        const std::size_t end = std::min(names.find(' ', begin), names.size());
-        const auto found = std::find(plain.begin(), plain.end(), names.substr(begin, end - begin));
+    for (const std::string_view name : WordsOf(names)) {
+        const auto found = std::find(plain.begin(), plain.end(), name);
         if (found != plain.end()) {
             return static_cast<std::size_t>(found - plain.begin());
         }
-        begin = end + 1;
     }
     return std::nullopt;
 }
@@ -98,6 +97,9 @@ LogColumns FindLogColumns(const std::vector<std::string>& names, const GivenColu
         if (const auto column = FindPlain(PlainColumnName(name), plain)) {
             columns.*ColumnOf(kind) = column;
         }
+    }
+    if (!columns.file && !columns.clip && !columns.sound && !columns.number) {
+        columns.clip = columns.reel; // where a clip is all of its tape
     }
     columns.slatesAreScenes = !columns.scene && columns.slate;
     columns.scene = columns.scene ? columns.scene : columns.slate;

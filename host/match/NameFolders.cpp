@@ -3,6 +3,7 @@
 #include <string>
 #include <utility>
 
+#include "match/NameRuns.h"
 #include "match/PatternReading.h"
 
 namespace zonstory {
@@ -13,6 +14,11 @@ constexpr int kFoldersAbove = 3; ///< Beyond the clip's own; further up are the 
 
 bool IsNumberAlone(const NamePieces& pieces) {
     return pieces.numbers.size() == 1 && !pieces.unknownWords && !pieces.noise;
+}
+
+// SEQ12, and not S12, which may be a season.
+bool IsSpelledSequence(std::string_view name, const NamePieces& pieces) {
+    return IsNumberAlone(pieces) && pieces.Has(SlateWord::Sequence) && NameRuns(name).Text(0).size() > 1;
 }
 
 } // namespace
@@ -32,7 +38,7 @@ NameFolder NameFolders::Read(std::string_view path) const {
     for (int above = 0; above <= kFoldersAbove && !path.empty(); ++above) {
         const std::string_view name = TakeLastName(path);
         const NamePieces pieces = CutName(name, &mStory);
-        const KnownName alone = {&pieces, std::nullopt, folder.below};
+        const KnownName alone = {&pieces, std::nullopt, folder.below || IsSpelledSequence(name, pieces)};
         const NamePattern pattern = ReadPattern({&alone, 1}, mStory);
         folder.below = folder.below || pieces.Has(SlateWord::Shot) || pieces.Has(SlateWord::Take);
         const bool words = pattern.rule == SlateRule::SceneWord || pattern.rule == SlateRule::SceneLetter;
@@ -51,6 +57,9 @@ void NameFolders::ReadNumbered() {
     for (std::size_t at = 0; at < mFolders.size(); ++at) {
         std::string_view parent = mFolders[at].path;
         pieces.push_back(CutName(TakeLastName(parent), &mStory));
+        if (!pieces[at].numbers.empty() && pieces[at].numbers.front().place == 0 && pieces[at].numbers.front().padded) {
+            pieces[at].unknownWords = false; // "012 - Kitchen"
+        }
         if (IsNumberAlone(pieces[at]) && mFolders[at].statements.empty() && mStyle == SlateStyle::Scene) {
             siblings[std::string(parent) + '/' + pieces[at].shape].push_back(at);
         }

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "match/SlateWords.h"
+#include "text/AsciiText.h"
 
 namespace zonstory {
 
@@ -38,10 +39,8 @@ constexpr Shape kShapes[] = {
 std::vector<Shape> SortShapes() {
     std::vector<Shape> shapes;
     for (const Shape& row : kShapes) {
-        for (std::size_t begin = 0; begin < row.text.size();) {
-            const std::size_t end = std::min(row.text.find(' ', begin), row.text.size());
-            shapes.push_back({row.text.substr(begin, end - begin), row.kind});
-            begin = end + 1;
+        for (const std::string_view text : WordsOf(row.text)) {
+            shapes.push_back({text, row.kind});
         }
     }
     std::stable_sort(shapes.begin(), shapes.end(),
@@ -95,7 +94,7 @@ bool IsMonthAndDay(std::uint32_t left, std::uint32_t right) {
 }
 
 bool IsYear(std::uint32_t value) {
-    return (value >= 1900 && value < 2100) || (value >= 15 && value < 40);
+    return (value >= 1900 && value < 2100) || (value >= 15 && value < 32);
 }
 
 // A year in front or behind; 160424 and 20160424 in one.

@@ -185,7 +185,8 @@ private:
     bool CanBeScene(std::size_t number) const {
         const NamedNumber& one = mFirst.numbers[number];
         const std::optional<std::size_t> take = Find(SlateWord::Take);
-        return one.word == SlateWord::Unknown && !one.counter && !one.joined && (!take || number < *take);
+        const bool inside = number > 0 && one.separator == '\0' && !mFirst.numbers[number - 1].prefix.empty();
+        return one.word == SlateWord::Unknown && !one.counter && !one.joined && !inside && (!take || number < *take);
     }
 
     // The first number that is not explained otherwise; of those of a lone name, the first that the story has.
@@ -211,7 +212,8 @@ private:
             number + 1);
         const Column& column = mColumns[number];
         const bool constant = column.distinct == 1 && column.lettered == 0;
-        const bool counter = column.gapless && column.distinct >= kFewNames;
+        const bool rolls = another && column.fromOne && mColumns[*another].lettered == mNames.size(); // 001-60E-2
+        const bool counter = column.gapless && (column.distinct >= kFewNames || rolls);
         return another && mNames.size() >= kFewNames && (constant || counter || IsCountedBelow(number));
     }
 

@@ -143,7 +143,7 @@ std::vector<Statement> NamePatterns::Statements(std::size_t at) const {
     std::vector<Statement> statements = {StateName(Source::FileName, clip.name, {})};
     statements.insert(statements.end(), folder.statements.begin(), folder.statements.end());
     std::vector<SlateReading> readings = Readings(clip);
-    if (!folder.scene || IsOwnScene(clip, readings)) {
+    if (!readings.empty() && (!folder.scene || IsOwnScene(clip, readings))) {
         statements.front().readings = std::move(readings);
     } else if (const std::string take = TakeBelowScene(clip.pieces, mPatterns[clip.pattern].pattern);
                statements.size() > 1) {

@@ -60,7 +60,7 @@ Confidence WithTake(const NamePieces& name, const NamedNumber& scene, const Name
     if (!scene.letters.empty()) {
         return Confidence::High;
     }
-    const bool weak = others || IsRatio(scene, take) || take.separator == '.' || name.noise;
+    const bool weak = others || scene.counted || IsRatio(scene, take) || take.separator == '.' || name.noise;
     return take.word != SlateWord::Take && weak ? Confidence::Low : Confidence::Medium;
 }
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <unordered_map>
 
+#include "text/AsciiText.h"
+
 namespace zonstory {
 
 namespace {
@@ -45,10 +47,8 @@ constexpr Row kRows[] = {
 std::unordered_map<std::string_view, SlateWord> MakeWords() {
     std::unordered_map<std::string_view, SlateWord> words;
     for (const Row& row : kRows) {
-        for (std::size_t begin = 0; begin < row.words.size();) {
-            const std::size_t end = std::min(row.words.find(' ', begin), row.words.size());
-            words.emplace(row.words.substr(begin, end - begin), row.meaning);
-            begin = end + 1;
+        for (const std::string_view word : WordsOf(row.words)) {
+            words.emplace(word, row.meaning);
         }
     }
     return words;

@@ -10,6 +10,7 @@ enum ExitCode : int {
     kStoryUnread = 3, ///< The story is unreadable or malformed.
     kUnmatched = 4,   ///< A scene was not found, or more than one answers.
     kDiffers = 5,     ///< `diff --exit-code` found a difference.
+    kNoJournal = 6,   ///< The journal cannot be written or read; no clip was touched.
 };
 
 } // namespace zonstory

@@ -19,6 +19,18 @@ Json CellJson(const FactCell& cell, const FactTable::Heading& column, bool isFir
 
 } // namespace
 
+std::vector<SceneRun> RunsOf(const std::vector<std::size_t>& positions) {
+    std::vector<SceneRun> runs;
+    for (const std::size_t scene : positions) {
+        if (!runs.empty() && runs.back().second + 1 == scene) {
+            runs.back().second = scene;
+        } else {
+            runs.emplace_back(scene, scene);
+        }
+    }
+    return runs;
+}
+
 Json TableJson(const FactTable& table) {
     Json columns = Json::array();
     for (const FactTable::Heading& column : table.columns) {

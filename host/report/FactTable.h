@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "output/Json.h"
@@ -32,6 +33,10 @@ struct FactTable {
     std::vector<Heading> columns;
     std::vector<FactRow> rows;
 };
+
+/// Scenes one after the other: the positions of the first and the last.
+using SceneRun = std::pair<std::size_t, std::size_t>;
+std::vector<SceneRun> RunsOf(const std::vector<std::size_t>& positions);
 
 /// For the template: its headings and rows.
 Json TableJson(const FactTable& table);

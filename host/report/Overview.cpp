@@ -66,14 +66,9 @@ FactTable SpeechTable(const std::vector<CharacterFacts>& characters) {
 // "1 to 4, 7": runs of scenes by their labels.
 std::string SceneList(const std::vector<std::size_t>& positions, const std::vector<PageScene>& scenes) {
     std::string list;
-    for (std::size_t first = 0; first < positions.size();) {
-        std::size_t last = first;
-        while (last + 1 < positions.size() && positions[last + 1] == positions[last] + 1) {
-            ++last;
-        }
-        list += (list.empty() ? "" : ", ") + scenes[positions[first] - 1].Label();
-        list += last == first ? "" : " to " + scenes[positions[last] - 1].Label();
-        first = last + 1;
+    for (const auto& [first, last] : RunsOf(positions)) {
+        list += (list.empty() ? "" : ", ") + scenes[first - 1].Label();
+        list += last == first ? "" : " to " + scenes[last - 1].Label();
     }
     return list;
 }
@@ -197,22 +192,22 @@ Json HeadNumbers(const PageInput& input, const std::vector<PageScene>& scenes,
 Json Figures(const PageInput& input, const std::vector<PageScene>& scenes,
              const std::vector<CharacterFacts>& characters) {
     Json figures = Json::array();
-    const auto addBars = [&](const FactTable& table, const char* unit) {
+    const auto addBars = [&](const FactTable& table, std::size_t column) {
         if (!table.rows.empty()) {
-            figures.push_back(Figure(table, BarPicture(table, unit)));
+            figures.push_back(Figure(table, BarPicture(table, column)));
         }
     };
     if (input.clips) {
-        addBars(CoverageTable(scenes), "scenes");
-        addBars(ClipTable(*input.clips), "clips");
-        addBars(DraftTable(*input.clips), "clips");
+        addBars(CoverageTable(scenes), 1);
+        addBars(ClipTable(*input.clips), 1);
+        addBars(DraftTable(*input.clips), 1);
     }
     addBars(KindTable("places", "Interior and exterior", "Where", scenes,
                       [](const SceneLight& light) { return light.place; }),
-            "scenes");
+            1);
     addBars(KindTable("lights", "Day and night", "When", scenes, [](const SceneLight& light) { return light.light; }),
-            "scenes");
-    addBars(SpeechTable(characters), "words");
+            1);
+    addBars(SpeechTable(characters), 3);
     const FactTable presence = PresenceTable(characters, scenes);
     if (!presence.rows.empty()) {
         figures.push_back(Figure(presence, PresencePicture(presence, scenes.size())));

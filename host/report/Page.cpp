@@ -1,6 +1,7 @@
 #include "report/Page.h"
 
 #include <algorithm>
+#include <string_view>
 
 #include <nlohmann/json.hpp>
 
@@ -20,8 +21,11 @@ namespace {
 
 // Fountain's marks of emphasis around the whole of a title.
 std::string WithoutEmphasis(const std::string& text) {
-    const std::size_t first = text.find_first_not_of("*_ ");
-    return first == std::string::npos ? text : text.substr(first, text.find_last_not_of("*_ ") + 1 - first);
+    std::string_view plain = WithoutBlanks(text);
+    while (plain.size() > 2 && plain.front() == plain.back() && (plain.front() == '*' || plain.front() == '_')) {
+        plain = plain.substr(1, plain.size() - 2);
+    }
+    return std::string(plain);
 }
 
 using TitlePage = std::vector<std::pair<std::string, std::string>>;
@@ -95,7 +99,7 @@ Json PageData(const PageInput& input) {
             {"numbers", HeadNumbers(input, scenes, cast)},
             {"figures", Figures(input, scenes, cast)},
             {"strips", TableJson(strips)},
-            {"lengths", ColumnPicture(strips, LengthMeasure(scenes).unit)},
+            {"lengths", ColumnPicture(strips, kLengthColumn)},
             {"hasLegend", !legend.empty()},
             {"legend", std::move(legend)},
             {"script", LinedScript(input, scenes, looks)},

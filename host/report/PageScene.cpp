@@ -40,7 +40,7 @@ std::vector<PageScene> PageScenes(const PageInput& input) {
 LengthMeasure::LengthMeasure(const std::vector<PageScene>& scenes)
     : isInEighths(std::any_of(scenes.begin(), scenes.end(),
                               [](const PageScene& scene) { return scene.facts.properties.eighths > 0; })),
-      title(isInEighths ? "Pages" : "Words"), unit(isInEighths ? "eighths of a page" : "words") {}
+      title(isInEighths ? "Pages" : "Words") {}
 
 std::size_t LengthMeasure::Of(const PageScene& scene) const {
     return isInEighths ? scene.facts.properties.eighths : scene.facts.dialogueWords + scene.facts.actionWords;

@@ -34,7 +34,6 @@ struct LengthMeasure {
 
     bool isInEighths = false;
     const char* title; ///< Over a column.
-    const char* unit;  ///< Behind a number.
 };
 
 } // namespace zonstory

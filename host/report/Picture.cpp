@@ -56,41 +56,29 @@ double ShareOf(double amount, double largest) {
     return largest > 0 ? kWhole * amount / largest : 0;
 }
 
-std::string Tip(const FactRow& row, const char* unit) {
-    return fmt::format("{}: {:g} {}", row.cells.front().text, row.amount, unit);
+// "JO · Words: 110", as the table has it.
+std::string Tip(const FactTable& table, const FactRow& row, std::size_t column) {
+    return fmt::format("{} · {}: {}", row.cells.front().text, table.columns[column].text, row.cells[column].text);
 }
 
-// Scenes one after the other, as one stretch: its first and last.
-std::vector<std::pair<std::size_t, std::size_t>> RunsOf(const std::vector<std::size_t>& scenes) {
-    std::vector<std::pair<std::size_t, std::size_t>> runs;
-    for (const std::size_t scene : scenes) {
-        if (!runs.empty() && runs.back().second + 1 == scene) {
-            runs.back().second = scene;
-        } else {
-            runs.emplace_back(scene, scene);
-        }
-    }
-    return runs;
-}
-
-std::string RunTip(const std::string& name, const std::pair<std::size_t, std::size_t>& run) {
+std::string RunTip(const std::string& name, const SceneRun& run) {
     return run.first == run.second ? fmt::format("{}: scene {} of the story", name, run.first)
                                    : fmt::format("{}: scenes {} to {} of the story", name, run.first, run.second);
 }
 
 } // namespace
 
-Json BarPicture(const FactTable& table, const char* unit) {
+Json BarPicture(const FactTable& table, std::size_t column) {
     const double largest = Largest(table);
     Json shapes = Json::array();
     Json labels = Json::array();
     int top = 0;
     for (const FactRow& row : table.rows) {
-        shapes.push_back(Rectangle({0, kWhole}, top + kBarDepth, kBarHeight, "track", Tip(row, unit)));
+        shapes.push_back(Rectangle({0, kWhole}, top + kBarDepth, kBarHeight, "track", Tip(table, row, column)));
         shapes.push_back(
-            Rectangle({0, ShareOf(row.amount, largest)}, top + kBarDepth, kBarHeight, "bar", Tip(row, unit)));
+            Rectangle({0, ShareOf(row.amount, largest)}, top + kBarDepth, kBarHeight, "bar", Tip(table, row, column)));
         labels.push_back(Label("0", top + kLabelDepth, "start", row.cells.front().text));
-        labels.push_back(Label("100%", top + kLabelDepth, "end", fmt::format("{:g}", row.amount)));
+        labels.push_back(Label("100%", top + kLabelDepth, "end", row.cells[column].text));
         top += kRowHeight;
     }
     return PictureOf(top, std::move(shapes), std::move(labels));
@@ -115,7 +103,7 @@ Json PresencePicture(const FactTable& table, std::size_t sceneCount) {
     return PictureOf(top, std::move(shapes), std::move(labels));
 }
 
-Json ColumnPicture(const FactTable& table, const char* unit) {
+Json ColumnPicture(const FactTable& table, std::size_t column) {
     const double largest = Largest(table);
     const double step = kWhole / static_cast<double>(std::max<std::size_t>(table.rows.size(), 1));
     Json shapes = Json::array();
@@ -123,7 +111,7 @@ Json ColumnPicture(const FactTable& table, const char* unit) {
     for (const FactRow& row : table.rows) {
         const double height = ShareOf(row.amount, largest) / kWhole * kColumnHeight;
         shapes.push_back(
-            Rectangle({from, step * 0.86}, kColumnHeight - height, height, "bar " + row.look, Tip(row, unit)));
+            Rectangle({from, step * 0.86}, kColumnHeight - height, height, "bar " + row.look, Tip(table, row, column)));
         from += step;
     }
     return PictureOf(kColumnHeight, std::move(shapes), Json::array());

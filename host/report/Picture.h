@@ -9,13 +9,13 @@
 namespace zonstory {
 
 /// A bar for each row, as long as its amount, with the row's name over it.
-/// @param unit  Behind the amount in titles: "words".
-Json BarPicture(const FactTable& table, const char* unit);
+/// @param column  Where the table has the amount, for people.
+Json BarPicture(const FactTable& table, std::size_t column);
 
 /// A line for each row, and on it where its scenes stand in a story of so many.
 Json PresencePicture(const FactTable& table, std::size_t sceneCount);
 
 /// A column for each row, as high as its amount, one beside the other.
-Json ColumnPicture(const FactTable& table, const char* unit);
+Json ColumnPicture(const FactTable& table, std::size_t column);
 
 } // namespace zonstory

@@ -82,7 +82,7 @@ std::string Folded(std::string_view text) {
     if (length >= 0) {
         result.assign(reinterpret_cast<const char*>(folded), static_cast<std::size_t>(length));
     }
-    std::free(folded); // NOLINT(cppcoreguidelines-no-malloc): as the library hands it out
+    std::free(folded); // as the library hands it out
     return result;
 }
 

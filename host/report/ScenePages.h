@@ -10,6 +10,7 @@ namespace zonstory {
 Json LinedScript(const PageInput& input, const std::vector<PageScene>& scenes, const ClipLooks& looks);
 
 /// The strip board, one strip a scene.
+inline constexpr std::size_t kLengthColumn = 4;
 FactTable StripBoard(const std::vector<PageScene>& scenes, bool hasClips);
 
 } // namespace zonstory

@@ -16,6 +16,16 @@ std::string LowerCase(std::string text) {
     return text;
 }
 
+std::vector<std::string_view> WordsOf(std::string_view list) {
+    std::vector<std::string_view> words;
+    for (std::size_t begin = 0; begin < list.size();) {
+        const std::size_t end = std::min(list.find(' ', begin), list.size());
+        words.push_back(list.substr(begin, end - begin));
+        begin = end + 1;
+    }
+    return words;
+}
+
 bool EqualIgnoringCase(std::string_view left, std::string_view right) {
     return std::equal(left.begin(), left.end(), right.begin(), right.end(),
                       [](char one, char other) { return LowerCase(one) == LowerCase(other); });

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// What is ASCII in a text of any encoding that contains it; other bytes are left alone and equal only themselves. What
 /// the user's language settings say does not count.
@@ -15,6 +16,9 @@ constexpr char LowerCase(char letter) {
 }
 
 std::string LowerCase(std::string text);
+
+/// The words of a list that is parted by single blanks.
+std::vector<std::string_view> WordsOf(std::string_view list);
 
 bool EqualIgnoringCase(std::string_view left, std::string_view right);
 

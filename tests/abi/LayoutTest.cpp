@@ -1,7 +1,5 @@
 #include <cstddef>
 #include <cstring>
-#include <string>
-#include <utility>
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,4 @@
 #include <thread>
-#include <vector>
 
 #include <boost/smart_ptr/intrusive_ptr.hpp>
 #include <gtest/gtest.h>

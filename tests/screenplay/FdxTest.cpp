@@ -1,5 +1,3 @@
-#include <string>
-
 #include <gmock/gmock.h>
 
 #include <zonscreenplay/Screenplay.h>

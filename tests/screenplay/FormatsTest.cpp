@@ -1,5 +1,4 @@
 #include <optional>
-#include <string>
 
 #include <gmock/gmock.h>
 

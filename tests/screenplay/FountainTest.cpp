@@ -1,6 +1,3 @@
-#include <ostream>
-#include <string>
-
 #include <gmock/gmock.h>
 
 #include "screenplay/Compact.h"

@@ -1,7 +1,6 @@
 #include <zonscreenplay/Limits.h>
 
 #include <fstream>
-#include <string>
 
 #include <gmock/gmock.h>
 #include <pthread.h>

@@ -1,7 +1,6 @@
 #include <zonscreenplay/Screenplay.h>
 
 #include <filesystem>
-#include <string>
 
 #include <gmock/gmock.h>
 

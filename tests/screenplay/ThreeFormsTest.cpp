@@ -1,7 +1,5 @@
 // One screenplay, written down as a story file, as FDX and as Fountain, is the same screenplay.
 #include <regex>
-#include <string>
-#include <vector>
 
 #include <gtest/gtest.h>
 

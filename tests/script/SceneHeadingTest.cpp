@@ -1,5 +1,3 @@
-#include <ostream>
-
 #include <gtest/gtest.h>
 
 #include <zonstoryparser/Story.h>

@@ -1,6 +1,4 @@
-#include <string>
 #include <thread>
-#include <vector>
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,6 @@
 #include <memory>
 #include <sstream>
 #include <thread>
-#include <vector>
 
 #include <gtest/gtest.h>
 

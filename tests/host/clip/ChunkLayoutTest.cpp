@@ -1,7 +1,4 @@
 // WAV, AVI and AIFF files in all the orders that chunks can have, those too that no encoder makes.
-#include <string>
-#include <utility>
-#include <vector>
 
 #include <gmock/gmock.h>
 

@@ -1,7 +1,4 @@
 // MP3 files with all that a tag can have in front of its frames, in them and behind.
-#include <string>
-#include <utility>
-#include <vector>
 
 #include <gmock/gmock.h>
 

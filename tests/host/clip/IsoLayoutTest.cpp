@@ -3,8 +3,6 @@
 #include <functional>
 #include <iterator>
 #include <map>
-#include <string>
-#include <vector>
 
 #include <gmock/gmock.h>
 

@@ -1,7 +1,5 @@
 #include "commands/BatchProgress.h"
 
-#include <utility>
-
 #include <gtest/gtest.h>
 
 namespace {

@@ -91,9 +91,28 @@ TEST_F(ReportVerb, EndingsDecideWhatAFileHolds) {
     EXPECT_THAT(InSheet("who.xlsx", "xl/sharedStrings.xml"), HasSubstr(">小明<"));
 }
 
+TEST_F(ReportVerb, LastPagesFollowFromPagesAndLengths) {
+    const std::tuple<const char*, const char*, json> scenes[] = {
+        // page, length, last page
+        {"1", "5/8", 1},     {"1", "2/8", 1},        {"1", "4/8", 2}, // from the last eighth of page 1
+        {"2", "3 2/8", 4},                                            // and not 5: the next begins on 4
+        {"4", "1/8", 4},     {"9", "1", 9},                           // from the top, as pages between are not told
+        {"10", "", nullptr}, {"A10", "2/8", nullptr}};
+    std::string script;
+    for (const auto& [page, length, last] : scenes) {
+        script += std::string("<Paragraph Type='Scene Heading'><SceneProperties Page='") + page + "' Length='" +
+                  length + "'/><Text>INT. A</Text></Paragraph>";
+    }
+    support::WriteFile(mZonstory / "s.fdx", "<FinalDraft><Content>" + script + "</Content></FinalDraft>");
+    const json told = json::parse(mZonstory.Run({"scenes", "s.fdx", "--format", "json"}).out)["scenes"];
+    for (std::size_t at = 0; at < std::size(scenes); ++at) {
+        EXPECT_EQ(told[at].value("lastPage", json()), std::get<2>(scenes[at])) << at;
+    }
+}
+
 TEST_F(ReportVerb, SpeakersStandAcrossScenes) {
     EXPECT_EQ(mZonstory.Run({"characters", "s.skrx", "--by-scene", "--format", "csv"}).out,
-              "position,number,ANN,小明\r\n1,1,1,1\r\n2,12A/B,,\r\n3,12A:B,,\r\n4,,1,\r\n5,2,,\r\n6,2,,\r\n");
+              "position,number,ANN,小明\r\n1,1,1,1\r\n2,12A/B,,\r\n3,12A:B,,\r\n4,,2,\r\n5,2,,\r\n6,2,,\r\n");
     const json document = json::parse(mZonstory.Run({"characters", "s.skrx", "--by-scene", "--format", "json"}).out);
     EXPECT_EQ(document["characters"], (json{"ANN", "小明"}));
     EXPECT_EQ(document["scenes"][0], (json{{"position", 1}, {"number", "1"}, {"lines", {1, 1}}}));

@@ -20,7 +20,9 @@ inline constexpr char kSampleStory[] = R"(<?xml version="1.0" encoding="UTF-8"?>
 <scene><paragraph objID="i" element="Action"><textRun>Nothing.</textRun></paragraph>
 <paragraph objID="k" element="Character"><textRun>BO</textRun></paragraph>
 <paragraph objID="l" element="Character"><textRun>ANN</textRun></paragraph>
-<paragraph objID="m" element="Dialog"><textRun>No.</textRun><textRun> Never.</textRun></paragraph></scene>
+<paragraph objID="m" element="Dialog"><textRun>No.</textRun><textRun> Never.</textRun></paragraph>
+<paragraph objID="n" element="Character"><textRun>ANN (O.S.)</textRun></paragraph>
+<paragraph objID="o" element="Dialog"><textRun>Yes.</textRun></paragraph></scene>
 <scene sceneNumber="2"/><scene sceneNumber="2"/>
 </section></stream>
 <commentStream name="notes" commentAuthor="Mara"><section><scene/></section></commentStream>

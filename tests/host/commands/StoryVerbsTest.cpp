@@ -1,5 +1,3 @@
-#include <ostream>
-
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
@@ -36,7 +34,7 @@ TEST_F(StoryVerbs, ScenesAreOneRowEach) {
               "1  1      INT      KÜCHE     NIGHT        0:01:30      4       3  ANN, 小明\n"
               "2  12A/B  EXT      PIER                                0       0\n"
               "3  12A:B                                               0       1\n"
-              "4                                                      2       1  ANN\n"
+              "4                                                      3       1  ANN\n"
               "5  2                                                   0       0\n"
               "6  2                                                   0       0\n");
     EXPECT_THAT(
@@ -60,10 +58,10 @@ TEST_F(StoryVerbs, ScenesAreOneRowEach) {
 
 TEST_F(StoryVerbs, CharactersAreOneRowEach) {
     EXPECT_EQ(Results({"characters", "s.skrx"}), "character  scenes  lines  words\n"
-                                                 "ANN             2      2      4\n"
+                                                 "ANN             2      3      5\n"
                                                  "小明            1      1      2\n");
     EXPECT_EQ(json::parse(Results({"characters", "s.skrx", "--format=json"}))["characters"][0],
-              (json{{"character", "ANN"}, {"scenes", 2}, {"scenePositions", {1, 4}}, {"lines", 2}, {"words", 4}}));
+              (json{{"character", "ANN"}, {"scenes", 2}, {"scenePositions", {1, 4}}, {"lines", 3}, {"words", 5}}));
 }
 
 TEST_F(StoryVerbs, InfoBeginsWithTheLibrarysReport) {
@@ -75,7 +73,7 @@ TEST_F(StoryVerbs, InfoBeginsWithTheLibrarysReport) {
     EXPECT_EQ(document["streams"][1]["author"], "Mara");
     EXPECT_EQ(document["scenes"].size(), 6U);
     EXPECT_THAT(Results({"info", "s.skrx", "--format", "csv"}),
-                HasSubstr("\r\n1.0,3.1,screenplay,Short,2,6,13,14,2,1\r\n"));
+                HasSubstr("\r\n1.0,3.1,screenplay,Short,2,6,15,16,2,1\r\n"));
 
     support::WriteFile(mZonstory / "bodyless.skrx", "<Talewright version='1.0'><document version='2'/></Talewright>");
     EXPECT_THAT(Results({"info", "bodyless.skrx"}),

@@ -1,7 +1,5 @@
 #include "files/AtomicFile.h"
 
-#include <string>
-
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>

@@ -68,6 +68,7 @@ SC007/01_T02.mov = 7 2 | Sc25 Slate 11 Take 1 = 25 1 | 27-7_T01 = 27 1 | Bild 7 
 Scene 12 Kamera 2 Take 3 = 12 3 | Folge 2 Szene 32 Take 1 = 32 1 | Escena 6 Plano 3 Toma 1 = 6 1
 Sz33_E03_T2 = 33 2 | S033_E03_T2 = 33 2 | S01P01P01 = 1 1 | SEQ07_PL02_PR1 = 7 1 | Sequence 47 Plan 2 Prise 4 = 47 4
 94F-6B = 94 6 | 41F_7-02 = 41 7 | S81-C1-T4 = 81 4 | Scene 80/A-3.mov = 80 3 | 2U_18A-6 = 18 6 | D02_29_T01 = 29 1
+B28E02T04 = 28 4 | E01S12T03 = 12 3 | SEC14_PL05_T3 = 14 3 | SEQ93/P05_04 = 93 4 | Wide 40-2 = -
 540-2.mov = 540 2 | Sc1D Tk2 = 1 2 | 13A_T03 = 13 3 | 13AT003_1 = 13 3 | 13 A - 4 = 13 4 | 13A-3-01 = 13 3
 Question 3 Take 2 = - | Line 3 Take 2 = - | Test 3 Take 2 = - | Song 3 Take 2 = - | Angle 3 Take 2 = - | Glorp 3 Take 2 = -
 Behind the Scenes 3.mov = - | Trailer_16-9 = - | teaser_9-16 = - | cutdown_4-5 = - | Mix_5-1.wav = - | Trailer_2-30 = -

@@ -55,15 +55,25 @@ grep -q '<title>"&gt;&lt;img' "$work/hostile.dom.html" || fail "the title change
 browse --no-pdf-header-footer --print-to-pdf="$work/ferry.pdf" "file://$work/ferry.html"
 [ "$(head -c 5 "$work/ferry.pdf")" = "%PDF-" ] && [ "$(wc -c <"$work/ferry.pdf")" -gt 20000 ] || fail "it does not print"
 
-# axe from the registry that npm is set up with. It runs in a copy that allows scripts, light and dark.
+# A phone, a tablet and a screen show the whole width. What measures is put into a copy, which allows scripts.
+with_script() { # SCRIPT...
+    perl -0777 -pe 's/<meta http-equiv="Content-Security-Policy"[^>]*>//; my $more = join "", map { "<script$_</script>" } split /\|\|/, $ENV{SCRIPTS};
+        s{</body>}{$more</body>}' "$work/ferry.html"
+}
+SCRIPTS='>document.title = document.documentElement.scrollWidth + " of " + innerWidth' with_script >"$work/width.html"
+for width in 500 900 1600; do # the narrowest window that it has
+    browse --window-size=$width,900 --dump-dom "file://$work/width.html" >"$work/width.txt"
+    grep -q "<title>$width of $width</title>" "$work/width.txt" || fail "at $width the page is $(grep -m 1 -o '<title>.*</title>' "$work/width.txt")"
+done
+
+# axe from the registry that npm is set up with.
 axe=$work/npm/node_modules/axe-core/axe.min.js
 [ -f "$axe" ] || { mkdir -p "$work/npm"; timeout 60 npm install --silent --no-audit --no-fund --prefix "$work/npm" axe-core@4 >"$work/npm.txt" 2>&1; } ||
     { echo "not checked by axe: npm or its registry is not there"; exit 0; }
-for scheme in 0 1; do
-    perl -0777 -pe 's/<meta http-equiv="Content-Security-Policy"[^>]*>//; s{</body>}{<script src="'"$axe"'"></script><script>
-        axe.run().then(found => { document.documentElement.innerHTML = "<pre>AXE " + found.passes.length + "\\n" +
-            found.violations.map(v => "VIOLATION " + v.id + ": " + v.nodes.length + " " + v.nodes[0].html + " " +
-                v.nodes[0].failureSummary).join("\\n"); });</script></body>}' "$work/ferry.html" >"$work/axe.html"
+SCRIPTS=' src="'$axe'">||>axe.run().then(found => { document.documentElement.innerHTML = "<pre>AXE " + found.passes.length +
+    found.violations.map(v => "\nVIOLATION " + v.id + ": " + v.nodes.length + " " + v.nodes[0].html).join("") })' with_script \
+    >"$work/axe.html"
+for scheme in 0 1; do # dark, light
     browse --blink-settings=preferredColorScheme=$scheme --dump-dom "file://$work/axe.html" >"$work/axe$scheme.txt"
     grep -qE 'AXE [1-9][0-9]' "$work/axe$scheme.txt" || fail "axe did not run"
     if grep VIOLATION "$work/axe$scheme.txt"; then fail "axe objects (colour scheme $scheme)"; fi

@@ -1,7 +1,5 @@
 #include "story/StoryCheck.h"
 
-#include <string>
-
 #include <gmock/gmock.h>
 
 #include <zonscreenplay/Screenplay.h>

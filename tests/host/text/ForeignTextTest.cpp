@@ -1,7 +1,5 @@
 #include "text/ForeignText.h"
 
-#include <utility>
-
 #include <gtest/gtest.h>
 
 namespace {

@@ -1,6 +1,9 @@
-#include "host/match/Support.h"
+#include <string>
+#include <utility>
 
-#include "match/IXml.h"
+#include <gtest/gtest.h>
+
+#include "clip/IXml.h"
 #include "support/Utf16.h"
 
 namespace zonstory {

@@ -1,4 +1,4 @@
-#include "match/IXml.h"
+#include "clip/IXml.h"
 
 #include <algorithm>
 #include <memory>
