@@ -147,14 +147,30 @@ void WriteLog(const LogFile& log, const std::string& target, const Filling& fill
     WriteFileAtomically(target, ApplyEdits(log.Bytes(), filling.edits));
 }
 
-bool TryToWriteLog(const LogFile& log, const std::string& target, const Filling& filling, Output& output) {
+// Whether the log is where it was to go, which the summary then says.
+bool TryToWriteLog(const LogFile& log, const Filling& filling, const LogOptions& options, LogSummary& summary,
+                   Output& output) {
+    if (options.dryRun) {
+        return true;
+    }
     try {
+        const std::string target = TargetOf(log.Path(), options);
         WriteLog(log, target, filling);
+        summary.target = target;
         return true;
     } catch (const std::exception& error) { // the others are written all the same
         output.Error(error.what());
         return false;
     }
+}
+
+std::vector<LogFile> ReadLogs(const LogOptions& options) {
+    std::vector<LogFile> logs;
+    logs.reserve(options.files.size());
+    for (const std::string& file : options.files) {
+        logs.emplace_back(file, options.match.columns);
+    }
+    return logs;
 }
 
 std::vector<SelectedClip> SelectFitClips(const LogOptions& options, Output& output) {
@@ -166,6 +182,40 @@ std::vector<SelectedClip> SelectFitClips(const LogOptions& options, Output& outp
     }
     std::erase_if(clips, [](const SelectedClip& clip) { return !clip.refusal.empty(); });
     return clips;
+}
+
+RowMatches MatchLogs(const std::vector<LogFile>& logs, const SceneNumbers& story, const LogOptions& options,
+                     Output& output) {
+    const Toolkit toolkit;
+    std::vector<const ClipLog*> rows;
+    rows.reserve(logs.size());
+    for (const LogFile& log : logs) {
+        rows.push_back(&log.Rows());
+    }
+    return MatchRows(story, rows, SelectFitClips(options, output), options.match, options.clip, output);
+}
+
+// All of them before one is written: a column that two fields want is found out here.
+std::vector<Filling> FillLogs(const std::vector<LogFile>& logs, Script& script, const RowMatches& matches,
+                              const LogOptions& options) {
+    std::vector<Filling> fillings;
+    fillings.reserve(logs.size());
+    for (std::size_t at = 0; at < logs.size(); ++at) {
+        fillings.push_back(logs[at].Fill(options.fills, script.WordsFor(matches.decisions[at]), options.replace));
+    }
+    return fillings;
+}
+
+void Print(const LogDocument& document, const LogOptions& options, const RowMatches& matches, Output& output) {
+    output.Result(InFormat(
+        options.format, [&] { return AsText(document); }, [&] { return DocumentText("log", document); },
+        [&] { return RecordTable(document.entries).AsCsv(); }));
+    for (const std::string& pattern : matches.patterns) {
+        output.Note(pattern);
+    }
+    for (const LogSummary& log : document.files) {
+        output.Note(AsLine(log));
+    }
 }
 
 int ExitCodeOf(const LogDocument& document, bool allWritten) {
@@ -183,48 +233,23 @@ int RunLog(const LogOptions& options, Output& output) {
     CheckUsage(options);
     const Story story = ReadStory(options.story);
     Script script(SceneSelection(*story.root));
-    std::vector<LogFile> logs;
-    std::vector<ClipLog> rows;
-    logs.reserve(options.files.size());
-    rows.reserve(options.files.size());
-    for (const std::string& file : options.files) {
-        logs.emplace_back(file, options.match.columns);
-        rows.push_back(logs.back().Rows());
-    }
-    const Toolkit toolkit;
-    const RowMatches matches =
-        MatchRows(script.Numbers(), rows, SelectFitClips(options, output), options.match, options.clip, output);
-    std::vector<Filling> fillings;
-    fillings.reserve(logs.size());
-    for (std::size_t at = 0; at < logs.size(); ++at) {
-        fillings.push_back(logs[at].Fill(options.fills, script.WordsFor(matches.decisions[at]), options.replace));
-    }
+    const std::vector<LogFile> logs = ReadLogs(options);
+    const RowMatches matches = MatchLogs(logs, script.Numbers(), options, output);
+    const std::vector<Filling> fillings = FillLogs(logs, script, matches, options);
+    // In text, what was done needs no eye, and what was not done does.
+    const Told told = options.dryRun || options.format != Format::Text ? Told::Everything : Told::WhatStayed;
     LogDocument document;
-    document.files.reserve(logs.size());
     bool allWritten = true;
     for (std::size_t at = 0; at < logs.size(); ++at) {
-        LogSummary summary = Summarize(logs[at], matches.decisions[at], fillings[at]);
         for (const std::string& note : fillings[at].notes) {
             output.Warning(logs[at].Path() + ": " + note);
         }
-        if (!options.dryRun) {
-            const std::string target = TargetOf(logs[at].Path(), options);
-            const bool isWritten = TryToWriteLog(logs[at], target, fillings[at], output);
-            allWritten = allWritten && isWritten;
-            summary.target = isWritten ? std::optional(target) : std::nullopt;
-        }
-        AddEntries(logs[at], matches.decisions[at], fillings[at], options.fills, script.Numbers(), document.entries);
-        document.files.push_back(std::move(summary));
+        LogSummary& summary = document.files.emplace_back(Summarize(logs[at], matches.decisions[at], fillings[at]));
+        allWritten = TryToWriteLog(logs[at], fillings[at], options, summary, output) && allWritten;
+        AddEntries(logs[at], matches.decisions[at], fillings[at], options.fills, script.Numbers(), told,
+                   document.entries);
     }
-    output.Result(InFormat(
-        options.format, [&] { return AsText(document, options.dryRun); }, [&] { return DocumentText("log", document); },
-        [&] { return RecordTable(document.entries).AsCsv(); }));
-    for (const std::string& pattern : matches.patterns) {
-        output.Note(pattern);
-    }
-    for (const LogSummary& log : document.files) {
-        output.Note(AsLine(log));
-    }
+    Print(document, options, matches, output);
     return ExitCodeOf(document, allWritten);
 }
 

@@ -1,6 +1,7 @@
 #include "commands/LogFile.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include <fmt/format.h>
@@ -118,12 +119,17 @@ Filling LogFile::FillRows(const LogSheet& sheet, const std::vector<LogFill>& fil
     return FillSheet(sheet, columns, values, replace);
 }
 
-std::string LogFile::ColumnName(const std::vector<LogFill>& fills, std::size_t column) const {
+std::vector<std::string> LogFile::ColumnNames(const std::vector<LogFill>& fills) const {
     if (std::holds_alternative<ClipXml>(mContent)) {
-        return kXmlColumns[column];
+        return {std::begin(kXmlColumns), std::end(kXmlColumns)};
     }
-    const auto at = FindColumnOf(fills[column], mRows);
-    return at ? mRows.columns[*at] : TitleOf(fills[column]);
+    std::vector<std::string> names;
+    names.reserve(fills.size());
+    for (const LogFill& fill : fills) {
+        const auto at = FindColumnOf(fill, mRows);
+        names.push_back(at ? mRows.columns[*at] : TitleOf(fill));
+    }
+    return names;
 }
 
 } // namespace zonstory

@@ -33,8 +33,8 @@ public:
     /// @throws CsvError when two fields have one column.
     Filling Fill(const std::vector<LogFill>& fills, const RowWords& words, bool replace) const;
 
-    /// The name of a column that CellChange::column counts.
-    std::string ColumnName(const std::vector<LogFill>& fills, std::size_t column) const;
+    /// The names of the columns that CellChange::column counts.
+    std::vector<std::string> ColumnNames(const std::vector<LogFill>& fills) const;
 
 private:
     Filling FillRows(const LogSheet& sheet, const std::vector<LogFill>& fills, const RowWords& words,

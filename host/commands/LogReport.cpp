@@ -27,6 +27,10 @@ std::string_view Name(CellState state) {
 
 constexpr std::string_view kUnsure = "unsure";
 
+bool WasDone(CellState state) {
+    return state == CellState::Filled || state == CellState::Replaced;
+}
+
 // Enough to know a text by.
 std::string Beginning(const std::optional<std::string>& text) {
     constexpr std::size_t kMost = 48; // UTF-16 units
@@ -93,8 +97,10 @@ LogSummary Summarize(const LogFile& log, const std::vector<Decision>& decisions,
 }
 
 void AddEntries(const LogFile& log, const std::vector<Decision>& decisions, const Filling& filling,
-                const std::vector<LogFill>& fills, const SceneNumbers& story, std::vector<LogEntry>& entries) {
+                const std::vector<LogFill>& fills, const SceneNumbers& story, Told told,
+                std::vector<LogEntry>& entries) {
     const ClipLog& rows = log.Rows();
+    const std::vector<std::string> columns = log.ColumnNames(fills);
     auto cell = filling.cells.begin(); // in the order of the rows
     for (std::size_t row = 0; row < decisions.size(); ++row) {
         LogEntry entry;
@@ -110,8 +116,11 @@ void AddEntries(const LogFile& log, const std::vector<Decision>& decisions, cons
         entry.scene = SceneLabel(*decisions[row].scene, story);
         entry.confidence = Name(decisions[row].evidence ? decisions[row].evidence->confidence : Confidence::None);
         for (; cell != filling.cells.end() && cell->row == row; ++cell) {
+            if (told == Told::WhatStayed && WasDone(cell->state)) {
+                continue;
+            }
             entry.state = Name(cell->state);
-            entry.column = log.ColumnName(fills, cell->column);
+            entry.column = columns[cell->column];
             entry.old = cell->old;
             entry.value = cell->value;
             entries.push_back(entry);
@@ -120,9 +129,9 @@ void AddEntries(const LogFile& log, const std::vector<Decision>& decisions, cons
 }
 
 std::string AsLine(const LogSummary& log) {
-    std::string line = fmt::format("{}: {} rows", log.file, log.rows);
+    std::string line = fmt::format("{}: {} {}", log.file, log.rows, log.rows == 1 ? "row" : "rows");
     line += log.unsure > 0 ? fmt::format(", {} unsure", log.unsure) : "";
-    line += fmt::format("; {} cells filled", log.filled);
+    line += fmt::format("; {} {} filled", log.filled, log.filled == 1 ? "cell" : "cells");
     for (const auto& [count, word] :
          {std::pair(log.replaced, "replaced"), {log.kept, "kept"}, {log.unwritable, "not writable"}}) {
         line += count > 0 ? fmt::format(", {} {}", count, word) : "";
@@ -130,7 +139,7 @@ std::string AsLine(const LogSummary& log) {
     return log.target ? line + " -> " + *log.target : line;
 }
 
-std::string AsText(const LogDocument& document, bool isDryRun) {
+std::string AsText(const LogDocument& document) {
     Table table({{"where", "where"},
                  {"clip", "clip"},
                  {"scene", "scene"},
@@ -138,16 +147,12 @@ std::string AsText(const LogDocument& document, bool isDryRun) {
                  {"column", "column"},
                  {"old", "is"},
                  {"value", "would be"}});
-    bool isEmpty = true;
     for (const LogEntry& entry : document.entries) {
-        if (isDryRun || (entry.state != Name(CellState::Filled) && entry.state != Name(CellState::Replaced))) {
-            table.AddRow({fmt::format("{}:{}", entry.file, entry.line), entry.clip, entry.scene.value_or("?"),
-                          entry.state, entry.column.value_or(""), Beginning(entry.old),
-                          entry.reason ? *entry.reason : Beginning(entry.value)});
-            isEmpty = false;
-        }
+        table.AddRow({fmt::format("{}:{}", entry.file, entry.line), entry.clip, entry.scene.value_or("?"), entry.state,
+                      entry.column.value_or(""), Beginning(entry.old),
+                      entry.reason ? *entry.reason : Beginning(entry.value)});
     }
-    return isEmpty ? std::string() : table.AsText();
+    return document.entries.empty() ? std::string() : table.AsText();
 }
 
 } // namespace zonstory

@@ -46,14 +46,18 @@ struct LogDocument {
 /// @param decisions  One for each row of the log.
 LogSummary Summarize(const LogFile& log, const std::vector<Decision>& decisions, const Filling& filling);
 
+/// Which cells are told of beside the rows without a scene.
+enum class Told { Everything, WhatStayed };
+
 void AddEntries(const LogFile& log, const std::vector<Decision>& decisions, const Filling& filling,
-                const std::vector<LogFill>& fills, const SceneNumbers& story, std::vector<LogEntry>& entries);
+                const std::vector<LogFill>& fills, const SceneNumbers& story, Told told,
+                std::vector<LogEntry>& entries);
 
 /// "day3.ale: 41 rows, 1 unsure; 280 cells filled, 2 kept -> out/day3.ale"
 std::string AsLine(const LogSummary& log);
 
-/// A table of what somebody has to look at: cells that stayed, and rows; of a dry run, of all that would be done.
-std::string AsText(const LogDocument& document, bool isDryRun);
+/// A table of the entries, of long texts the beginning; empty without any.
+std::string AsText(const LogDocument& document);
 
 template <>
 const Fields<LogEntry>& FieldsOf<LogEntry>();

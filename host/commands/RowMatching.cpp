@@ -94,14 +94,14 @@ ClipLog AskingForAll(ClipLog log) {
 }
 
 // What the clips that the rows are about say, and where they are.
-void AddClips(std::vector<Row>& rows, const std::vector<ClipLog>& logs, const std::vector<SelectedClip>& clips,
+void AddClips(std::vector<Row>& rows, const std::vector<const ClipLog*>& logs, const std::vector<SelectedClip>& clips,
               const MatchSettings& settings, const ClipOptions& options, Output& output) {
     const std::vector<std::string> paths = AbsolutePaths(clips);
     const std::vector<Statements> said = GatherClipStatements(clips, options, output);
     std::size_t first = 0; // of the log's rows
     std::size_t without = 0;
-    for (const ClipLog& log : logs) {
-        const std::vector<ClipLog> asking = {AskingForAll(log)};
+    for (const ClipLog* const log : logs) {
+        const std::vector<ClipLog> asking = {AskingForAll(*log)};
         const LogIndex index(asking, paths, settings.slates);
         for (const std::string& problem : index.Problems()) {
             output.Warning(problem);
@@ -114,7 +114,7 @@ void AddClips(std::vector<Row>& rows, const std::vector<ClipLog>& logs, const st
                 Append(row.fields, said[clip]);
             }
         }
-        first += log.rows.size();
+        first += log->rows.size();
     }
     output.Note(fmt::format("rows that name none of the clips: {}", without));
 }
@@ -146,13 +146,13 @@ std::vector<std::string> AddNames(std::vector<Row>& rows, std::string Row::*name
 
 } // namespace
 
-RowMatches MatchRows(const SceneNumbers& story, const std::vector<ClipLog>& logs,
+RowMatches MatchRows(const SceneNumbers& story, const std::vector<const ClipLog*>& logs,
                      const std::vector<SelectedClip>& clips, const MatchSettings& settings, const ClipOptions& options,
                      Output& output) {
     std::vector<Row> rows;
-    for (const ClipLog& log : logs) {
-        for (const ClipLog::Row& row : log.rows) {
-            rows.push_back(MakeRow(log, row, settings.slates));
+    for (const ClipLog* const log : logs) {
+        for (const ClipLog::Row& row : log->rows) {
+            rows.push_back(MakeRow(*log, row, settings.slates));
         }
     }
     if (!settings.logs.empty()) {
@@ -167,10 +167,10 @@ RowMatches MatchRows(const SceneNumbers& story, const std::vector<ClipLog>& logs
         matches.patterns.push_back(std::move(pattern));
     }
     auto row = rows.begin();
-    for (const ClipLog& log : logs) {
+    for (const ClipLog* const log : logs) {
         std::vector<Decision>& decisions = matches.decisions.emplace_back();
-        decisions.reserve(log.rows.size());
-        for (std::size_t count = log.rows.size(); count > 0; --count, ++row) {
+        decisions.reserve(log->rows.size());
+        for (std::size_t count = log->rows.size(); count > 0; --count, ++row) {
             Append(row->fields, std::move(row->names));
             decisions.push_back(Decide(row->fields, story, settings.bar));
         }

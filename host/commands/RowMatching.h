@@ -18,7 +18,7 @@ struct RowMatches {
 /// are no names. What is not clear, or cannot be read, is a warning.
 /// @param clips  The clips that rows are about, as far as they are at hand: they are asked as well.
 /// @throws CsvError when one of the other logs cannot be read.
-RowMatches MatchRows(const SceneNumbers& story, const std::vector<ClipLog>& logs,
+RowMatches MatchRows(const SceneNumbers& story, const std::vector<const ClipLog*>& logs,
                      const std::vector<SelectedClip>& clips, const MatchSettings& settings, const ClipOptions& options,
                      Output& output);
 
