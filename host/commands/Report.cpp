@@ -1,9 +1,12 @@
 #include "commands/Report.h"
 
 #include <filesystem>
+#include <numeric>
 #include <optional>
+#include <stdexcept>
 #include <unordered_map>
 
+#include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
 #include "commands/ClipLinks.h"
@@ -14,12 +17,28 @@
 #include "output/ExitCode.h"
 #include "report/Page.h"
 #include "report/Template.h"
+#include "story/BodyScenes.h"
 
 namespace zonstory {
 
 namespace {
 
 namespace fs = std::filesystem;
+
+// Beyond a hundred features no browser is of help, and a hostile file would ask for gigabytes.
+constexpr std::size_t kMostScenes = 20'000;
+constexpr std::size_t kMostParagraphs = 500'000;
+
+void RequireRoom(const Story& story) {
+    const auto scenes = BodyScenes(*story.root);
+    const std::size_t paragraphs =
+        std::accumulate(scenes.begin(), scenes.end(), std::size_t{0},
+                        [](std::size_t sum, const auto& scene) { return sum + scene->paragraphs.size(); });
+    if (scenes.size() > kMostScenes || paragraphs > kMostParagraphs) {
+        throw std::length_error(fmt::format("the story has {} scenes and {} paragraphs, which is too much for one page",
+                                            scenes.size(), paragraphs));
+    }
+}
 
 std::string ReadTemplate(const std::string& file) try {
     return file.empty() ? BuiltInTemplate() : ReadFile(file);
@@ -80,6 +99,7 @@ int RunReport(const ReportOptions& options, Output& output) {
     RefuseToReplace(options.target, AllInputs(options));
     const std::string text = ReadTemplate(options.templateFile);
     const Story story = ReadStory(options.clips.story);
+    RequireRoom(story);
     PageInput input = {story, fs::path(options.clips.story.Name()).filename().string(), options.language, std::nullopt};
     int exitCode = kDone;
     if (!options.clips.clips.empty()) {

@@ -15,7 +15,7 @@ struct ReportOptions {
 
 /// Writes one page of HTML: the script with a line for each clip that shows a scene, what is missing, and who speaks.
 /// @return An ExitCode, as RunCoverage().
-/// @throws zonscreenplay::ReadError, UsageError, OutputError
+/// @throws zonscreenplay::ReadError, UsageError, OutputError, std::length_error where the story is too large for a page
 int RunReport(const ReportOptions& options, Output& output);
 
 } // namespace zonstory

@@ -75,6 +75,16 @@ TEST_F(ReportVerb, TakesThePlaceOfNothingItReads) {
     EXPECT_FALSE(fs::exists(mZonstory / "r.html") || fs::exists(mZonstory / "new.mov"));
 }
 
+TEST_F(ReportVerb, WhatNoReaderCouldUseIsRefused) {
+    std::string script;
+    for (int scene = 0; scene <= 20'000; ++scene) {
+        script += "INT. A\n\nP" + std::to_string(scene) + "\nNo.\n\n";
+    }
+    support::WriteFile(mZonstory / "long.fountain", script);
+    EXPECT_THAT(mZonstory.Run({"report", "long.fountain", "-o", "-"}).err, HasSubstr("20001 scenes"));
+    EXPECT_THAT(mZonstory.Run({"characters", "long.fountain", "--by-scene"}).err, HasSubstr("too large"));
+}
+
 TEST_F(ReportVerb, EndingsDecideWhatAFileHolds) {
     EXPECT_EQ(mZonstory.Run({"scenes", "s.skrx", "-o", "t.csv"}).out, "t.csv\n");
     EXPECT_EQ(support::ReadFile(mZonstory / "t.csv"), mZonstory.Run({"scenes", "s.skrx", "--format", "csv"}).out);
