@@ -18,9 +18,11 @@ const std::string kSection = kBody + ";+section objID=s";
 const std::string kScene = kSection + ";+scene objID=c sceneNumber=7";
 const std::string kParagraph = kScene + ";+paragraph objID=p element=Action";
 
-// A parser that was given a document's events.
+// A parser that was given a document's events, behind another's that left all open.
 struct ParserAfter : StoryParser {
     explicit ParserAfter(const std::string& events) {
+        StartDocument();
+        Play(*this, kParagraph + ";+textRun;left;+commentStream");
         StartDocument();
         Play(*this, events);
     }

@@ -14,8 +14,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using support::SetSource;
-using testing::ElementsAre;
-using testing::HasSubstr;
 using zonstory::FileDescriptor;
 
 class ClipsInUse : public testing::Test {

@@ -18,7 +18,6 @@ using support::ZonstoryResult;
 using ::testing::AllOf;
 using ::testing::EndsWith;
 using ::testing::HasSubstr;
-using ::testing::Not;
 using ::testing::StartsWith;
 
 class ClipVerbs : public ::testing::Test {

@@ -9,7 +9,6 @@ namespace {
 using nlohmann::json;
 using support::Zonstory;
 using support::ZonstoryResult;
-using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
