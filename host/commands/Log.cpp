@@ -66,6 +66,9 @@ void CheckUsage(const LogOptions& options) {
     std::set<std::string> targets;
     for (const std::string& file : options.files) {
         const std::string target = TargetOf(file, options);
+        if (target == "-") {
+            throw UsageError("zonstory: a log from standard input needs -o FILE");
+        }
         RequireFreeTarget(file, target, options);
         std::error_code ignored;
         if (!targets.insert(fs::weakly_canonical(target, ignored).string()).second) {
@@ -173,11 +176,12 @@ std::vector<LogFile> ReadLogs(const LogOptions& options) {
     return logs;
 }
 
-std::vector<SelectedClip> SelectFitClips(const LogOptions& options, Output& output) {
+std::vector<SelectedClip> SelectFitClips(const LogOptions& options, bool& areAllFit, Output& output) {
     std::vector<SelectedClip> clips = SelectClips(options.clips, options.recursive);
     for (const SelectedClip& clip : clips) {
         if (!clip.refusal.empty()) {
-            output.Warning(clip.path.string() + ": " + clip.refusal);
+            output.Error(clip.path.string() + ": " + clip.refusal);
+            areAllFit = false;
         }
     }
     std::erase_if(clips, [](const SelectedClip& clip) { return !clip.refusal.empty(); });
@@ -185,14 +189,14 @@ std::vector<SelectedClip> SelectFitClips(const LogOptions& options, Output& outp
 }
 
 RowMatches MatchLogs(const std::vector<LogFile>& logs, const SceneNumbers& story, const LogOptions& options,
-                     Output& output) {
+                     bool& areAllFit, Output& output) {
     const Toolkit toolkit;
     std::vector<const ClipLog*> rows;
     rows.reserve(logs.size());
     for (const LogFile& log : logs) {
         rows.push_back(&log.Rows());
     }
-    return MatchRows(story, rows, SelectFitClips(options, output), options.match, options.clip, output);
+    return MatchRows(story, rows, SelectFitClips(options, areAllFit, output), options.match, options.clip, output);
 }
 
 // All of them before one is written: a column that two fields want is found out here.
@@ -218,13 +222,13 @@ void Print(const LogDocument& document, const LogOptions& options, const RowMatc
     }
 }
 
-int ExitCodeOf(const LogDocument& document, bool allWritten) {
+int ExitCodeOf(const LogDocument& document, bool allDone) {
     bool isUnsure = false;
     for (const LogSummary& log : document.files) {
-        allWritten = allWritten && log.unwritable == 0;
+        allDone = allDone && log.unwritable == 0;
         isUnsure = isUnsure || log.unsure > 0;
     }
-    return !allWritten ? kSomeFailed : isUnsure ? kUnmatched : kDone;
+    return !allDone ? kSomeFailed : isUnsure ? kUnmatched : kDone;
 }
 
 } // namespace
@@ -234,23 +238,23 @@ int RunLog(const LogOptions& options, Output& output) {
     const Story story = ReadStory(options.story);
     Script script(SceneSelection(*story.root));
     const std::vector<LogFile> logs = ReadLogs(options);
-    const RowMatches matches = MatchLogs(logs, script.Numbers(), options, output);
+    bool allDone = true;
+    const RowMatches matches = MatchLogs(logs, script.Numbers(), options, allDone, output);
     const std::vector<Filling> fillings = FillLogs(logs, script, matches, options);
     // In text, what was done needs no eye, and what was not done does.
     const Told told = options.dryRun || options.format != Format::Text ? Told::Everything : Told::WhatStayed;
     LogDocument document;
-    bool allWritten = true;
     for (std::size_t at = 0; at < logs.size(); ++at) {
         for (const std::string& note : fillings[at].notes) {
             output.Warning(logs[at].Path() + ": " + note);
         }
         LogSummary& summary = document.files.emplace_back(Summarize(logs[at], matches.decisions[at], fillings[at]));
-        allWritten = TryToWriteLog(logs[at], fillings[at], options, summary, output) && allWritten;
+        allDone = TryToWriteLog(logs[at], fillings[at], options, summary, output) && allDone;
         AddEntries(logs[at], matches.decisions[at], fillings[at], options.fills, script.Numbers(), told,
                    document.entries);
     }
     Print(document, options, matches, output);
-    return ExitCodeOf(document, allWritten);
+    return ExitCodeOf(document, allDone);
 }
 
 Json LogSchema() {

@@ -28,8 +28,8 @@ struct LogOptions {
 };
 
 /// Fills in logs what the script says of the scenes that their rows are about. All logs are read before one is written.
-/// @return An ExitCode: kSomeFailed when a log was not written, or a value had no place in its encoding; kUnmatched when
-///         rows stayed without a scene.
+/// @return An ExitCode: kSomeFailed when a log was not written, a value had no place in its encoding, or a clip could not
+///         be asked; kUnmatched when rows stayed without a scene.
 /// @throws zonscreenplay::ReadError, CsvError, UsageError; nothing is then written.
 int RunLog(const LogOptions& options, Output& output);
 

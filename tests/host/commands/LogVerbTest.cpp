@@ -108,6 +108,7 @@ TEST_F(LogVerb, WritesOnlyWhereItMay) {
                                                            {"a.csv", "c/a.csv", "-o", "d"},
                                                            {"none.csv", "-o", "d"},
                                                            {"a.csv", "-o", "b.csv", "--log", "b.csv"},
+                                                           {"-", "--in-place"},
                                                            {"a.csv", "--fill", "mood", "-o", "d"},
                                                            {"a.csv", "--fill", "set=X,time=X", "-o", "d"}};
     for (const std::vector<std::string>& arguments : refused) {
