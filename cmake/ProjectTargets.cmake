@@ -20,7 +20,7 @@ function(zon_compile_strictly target)
 endfunction()
 
 # Headers that most files of a target include and that take longest to read, read once for all of them. A file still
-# includes what it uses: builds without this (ZON_PRECOMPILE=OFF, as the presets dev and clang) would stop where it does not.
+# includes what it uses: builds without this (ZON_PRECOMPILE=OFF, as the presets dev and clang are) would stop where it does not.
 function(zon_precompile target)
     if(ZON_PRECOMPILE)
         target_precompile_headers(${target} PRIVATE ${ARGN})
