@@ -23,12 +23,13 @@ host/text     :
 host/files    :
 host/output   : text files
 host/story    : text
-host/clip     : text files
+host/custody  : text files
+host/clip     : custody text files
 host/journal  : output clip text files
 host/log      : output text
 host/match    : log output text
 host/report   : output story text
-host/commands : output story clip journal log match report text files
+host/commands : output story clip custody journal log match report text files
 host/cli      : output story clip journal log match report commands text files
 '
 
