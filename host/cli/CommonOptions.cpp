@@ -1,6 +1,8 @@
 #include "cli/CommonOptions.h"
 
+#include <functional>
 #include <stdexcept>
+#include <utility>
 
 #include <CLI/App.hpp>
 #include <CLI/Validators.hpp>
@@ -11,21 +13,23 @@ namespace zonstory {
 
 namespace {
 
-// One of a few words, each standing for a value.
+// One of a few words, each standing for a value that is to be set.
 template <typename Value>
-void AddChoice(CLI::App& command, const std::string& name, Value& value,
-               const std::vector<std::pair<std::string, Value>>& choices, const std::string& description) {
+CLI::Option* AddChoice(CLI::App& command, const std::string& name, const std::function<void(Value)>& set,
+                       const std::vector<std::pair<std::string, Value>>& choices, const std::string& description) {
     std::vector<std::string> words;
     words.reserve(choices.size());
     for (const auto& choice : choices) {
         words.push_back(choice.first);
     }
-    command
+    return command
         .add_option_function<std::string>(
             name,
-            [&value, choices](const std::string& word) {
+            [set, choices](const std::string& word) {
                 for (const auto& choice : choices) {
-                    value = choice.first == word ? choice.second : value;
+                    if (choice.first == word) {
+                        set(choice.second);
+                    }
                 }
             },
             description)
@@ -33,9 +37,16 @@ void AddChoice(CLI::App& command, const std::string& name, Value& value,
         ->type_name("");
 }
 
-void AddSeconds(CLI::App& command, const std::string& name, std::chrono::seconds& value,
-                const std::string& description) {
-    command
+template <typename Value>
+CLI::Option* AddChoice(CLI::App& command, const std::string& name, Value& value,
+                       const std::vector<std::pair<std::string, Value>>& choices, const std::string& description) {
+    return AddChoice<Value>(
+        command, name, [&value](Value chosen) { value = chosen; }, choices, description);
+}
+
+CLI::Option* AddSeconds(CLI::App& command, const std::string& name, std::chrono::seconds& value,
+                        const std::string& description) {
+    return command
         .add_option_function<unsigned>(
             name, [&value](unsigned seconds) { value = std::chrono::seconds(seconds); }, description)
         ->type_name("SECONDS");
@@ -120,15 +131,24 @@ CLI::Option* AddClips(CLI::App& command, std::vector<std::string>& clips, bool& 
 }
 
 void AddSidecar(CLI::App& command, ClipOptions& options) {
-    AddChoice<Placement>(command, "--place", options.placement,
-                         {{"auto", Placement::Auto}, {"inside", Placement::Inside}, {"sidecar", Placement::Sidecar}},
-                         "Where metadata goes: inside a clip where that leaves all else in it as it is, else beside it "
-                         "(auto, unless given); inside or nowhere; into a sidecar");
+    const std::function<void(Placement)> place = [&command, &options](Placement placement) {
+        const bool isForced = command.get_option("--sidecar")->count() > 0; // whoever else gives a place
+        options.placement = isForced ? Placement::Sidecar : placement;
+    };
+    AddChoice<Placement>(
+        command, "--place", place,
+        {{"auto", Placement::Auto}, {"inside", Placement::Inside}, {"sidecar", Placement::Sidecar}},
+        "Where metadata goes, and which place counts where both say something: inside a clip where "
+        "that leaves all else in it as it is, no hash list names it and no sidecar says a scene, else "
+        "beside it (auto, unless given, here, by ZONSTORY_PLACE or by a file); inside or nowhere; into "
+        "a sidecar")
+        ->configurable();
     command.add_flag_callback(
         "--sidecar", [&options] { options.placement = Placement::Sidecar; }, "As --place sidecar");
     AddChoice<SidecarName>(command, "--sidecar-name", options.sidecarName,
                            {{"short", SidecarName::Short}, {"full", SidecarName::Full}},
-                           "Name a new sidecar clip.xmp (short, unless given) or clip.mov.xmp (full)");
+                           "Name a new sidecar clip.xmp (short, unless given) or clip.mov.xmp (full)")
+        ->configurable();
 }
 
 void AddBatchWork(CLI::App& command, BatchOptions& options) {
@@ -138,10 +158,13 @@ void AddBatchWork(CLI::App& command, BatchOptions& options) {
         .add_option("-j,--jobs", options.jobs,
                     "How many clips to work on at once; 4 unless given, 0 for one a processor")
         ->check(CLI::Range(0, 256))
-        ->type_name("N");
+        ->type_name("N")
+        ->configurable();
     AddSeconds(command, "--wait", options.locks.wait,
-               "How long to wait for another run that works on a clip; 600 unless given");
-    AddSeconds(command, "--settle", options.clip.settle, "Refuse clips that were changed more recently");
+               "How long to wait for another run that works on a clip; 600 unless given")
+        ->configurable();
+    AddSeconds(command, "--settle", options.clip.settle, "Refuse clips that were changed more recently")
+        ->configurable();
     command.add_flag_callback(
         "--no-lock", [&options] { options.locks.useLocks = false; },
         "Do without locks, for file systems that have none; let no other run work there meanwhile");

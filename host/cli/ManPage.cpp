@@ -77,7 +77,14 @@ std::string ManPage(const CLI::App& program) {
     text += ".SH EXIT STATUS\n" + ExitStatus();
     text +=
         ".SH ENVIRONMENT\n.TP\n.B NO_COLOR\nWhen set and not empty, messages have no colours.\n.TP\n.B TMPDIR\nWhere "
-        "\\fBdump\\fR writes; /tmp unless set.\n";
+        "\\fBdump\\fR writes; /tmp unless set.\n.TP\n.B ZONSTORY_PLACE\nWhat \\fB\\-\\-place\\fR is where it is not "
+        "given.\n";
+    text +=
+        ".SH FILES\n.TP\n.I ~/.config/zonstory.toml\nStanding choices, a line each: \\fBplace\\fR, "
+        "\\fBsidecar\\-name\\fR, \\fBjobs\\fR, \\fBwait\\fR and \\fBsettle\\fR as in \\fBplace = sidecar\\fR, for "
+        "every "
+        "verb that has the option; below a line \\fB[write]\\fR for that verb. The command line and the environment "
+        "come first. $XDG_CONFIG_HOME stands for ~/.config where it is set.\n";
     return text;
 }
 

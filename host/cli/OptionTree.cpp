@@ -37,11 +37,16 @@ std::unique_ptr<CLI::App> MakeOptionTree(Invocation& invocation) {
     program->formatter(std::make_shared<HelpFormatter>());
     program->get_formatter()->column_width(32);
     program->get_formatter()->label("Positionals", "Arguments");
+    program->option_defaults()->configurable(false); // but for those that say otherwise
     program->set_help_flag("-h,--help", "Print this help and end");
     program->set_version_flag("--version", "zonstory " ZONSTORY_VERSION, "Print the version and end");
     program->add_flag("-q,--quiet", invocation.isQuiet, "Print no notes and no progress; results and errors stay");
     program->add_flag("--no-color", invocation.isWithoutColor,
                       "Print without colours; NO_COLOR in the environment also does");
+    program
+        ->add_option("--config", invocation.configuration,
+                     "A file of standing choices, as 'place = sidecar'; ~/.config/zonstory.toml unless given")
+        ->type_name("FILE");
     program->fallthrough();
     program->require_subcommand(1);
     for (const Verb& verb : Verbs()) {

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "output/ExitCode.h"
@@ -18,6 +19,7 @@ class Output;
 struct Invocation {
     bool isQuiet = false;
     bool isWithoutColor = false;
+    std::string configuration;       ///< A file; empty for the usual one.
     std::function<int(Output&)> run; ///< Set by the verb; returns an ExitCode.
 };
 

@@ -10,6 +10,7 @@
 
 #include <CLI/App.hpp>
 
+#include "cli/Configuration.h"
 #include "cli/OptionTree.h"
 #include "commands/InterruptSignals.h"
 #include "commands/UsageError.h"
@@ -87,6 +88,10 @@ int ParseAndRun(int argc, char** argv, Output& output) {
     const std::unique_ptr<CLI::App> program = MakeOptionTree(invocation);
     try {
         program->parse(ArgumentsInReverse(argc, argv)); // the order it asks for
+        ApplyConfiguration(*program, invocation.configuration);
+    } catch (const ConfigurationError& error) {
+        output.Error(error.what());
+        return kUsage;
     } catch (const CLI::ParseError& outcome) {
         return ReportParseOutcome(*program, outcome, output);
     }

@@ -42,7 +42,8 @@ public:
             R"(cd "$0" && streams=$1 out=$2 && shift 2 && exec "$@" <"$streams/in" >"$out" 2>"$streams/err")";
         std::vector<std::string> words = {"sh", "-c", script, Folder(), mStreams.Path(), out, ZONSTORY};
         words.insert(words.end(), arguments.begin(), arguments.end());
-        return RunningProgram(words, {"TMPDIR=" + Folder().native(), "XDG_STATE_HOME=" + mState.Path().native()});
+        return RunningProgram(words, {"TMPDIR=" + Folder().native(), "XDG_CONFIG_HOME=" + Folder().native(),
+                                      "XDG_STATE_HOME=" + mState.Path().native()});
     }
 
     ZonstoryResult Wait(RunningProgram program) const {
