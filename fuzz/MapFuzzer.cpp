@@ -52,6 +52,10 @@ void CheckMap(const SceneMap& map, const CsvContents& contents, const SceneSelec
         row = std::find_if(row, contents.rows.end(), [&](const CsvRow& one) { return one.line == clip.line; });
         REQUIRE(row != contents.rows.end());
         REQUIRE(!clip.clip.empty());
+        if (clip.action != MapAction::Write) {
+            REQUIRE(clip.scene.scene == nullptr);
+            continue;
+        }
         REQUIRE(clip.scene.position >= 1 && clip.scene.position <= all.size());
         REQUIRE(clip.scene.scene == all[clip.scene.position - 1].scene);
         // Some field of the row is the scene's name.

@@ -23,13 +23,17 @@ Action AddWrite(CLI::App& command) {
         .add_option("--scene", options->scene, "The scene, by its number as the story writes it, or by position: #7")
         ->type_name("SCENE");
     command
-        .add_option("--map", options->map,
-                    "A CSV file with the columns clip and scene, instead of --scene and CLIP. Comma, semicolon or tab; "
-                    "UTF-8 or UTF-16. A relative clip is looked for beside the file first. - for standard input")
+        .add_option(
+            "--map", options->map,
+            "A CSV file with the columns clip and scene, instead of --scene and CLIP. In place of a scene it may say "
+            "clear or skip. Comma, semicolon or tab; "
+            "UTF-8 or UTF-16. A relative clip is looked for beside the file first. - for standard input")
         ->type_name("FILE");
     command.add_flag("--match", options->isMatching,
                      "Find each clip's scene by logs, metadata and names, as 'match' does");
     AddMatchSettings(command, options->match);
+    command.add_flag("--replace", options->replaces, "With --match: write over another scene that a clip says already");
+    command.add_flag("--only-empty", options->onlyEmpty, "Leave clips alone that say anything of a scene already");
     AddBatch(command, options->batch);
     return [options](Output& output) { return RunWrite(*options, output); };
 }

@@ -65,11 +65,15 @@ const std::vector<Verb>& Verbs() {
          AddMatch},
         {"write", "Write a scene's data into clips", "zonstory write film.skrx --scene 12A A001.mov A002.mxf",
          "Writes heading, action, dialogue and scene number, and removes what another scene left. Containers that can "
-         "carry XMP get it inside, others a sidecar. A clip that says the same already is not touched. With --match, "
-         "each clip's scene is found as 'match' finds it, and only clips with an answer are written.",
+         "carry XMP get it inside, others a sidecar, and so does a clip that a hash list names. A clip that says the "
+         "same already is not touched, and a slate that names the scene, as 3B does for 3, stays. With --match, each "
+         "clip's scene is found as 'match' finds it, and only clips with an answer that say no other scene are "
+         "written.",
          AddWrite},
         {"clear", "Remove from clips what 'write' writes", "zonstory clear --recursive rushes/",
-         "Removes heading, action, dialogue and scene number, whoever wrote them; all other metadata stays.", AddClear},
+         "Removes heading, action and dialogue, whoever wrote them, and the scene number that 'write' wrote; all other "
+         "metadata stays, a logger's slate too.",
+         AddClear},
         {"show", "What clips carry", "zonstory show --format json rushes/",
          "Reads clips and sidecars; changes nothing.", AddShow},
         {"coverage", "Which scenes the clips show, and which none does",

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "clip/AtRest.h"
+#include "clip/ClipPlaces.h"
 #include "clip/ClipState.h"
 #include "clip/EditPlaces.h"
 #include "clip/Interrupt.h"
@@ -27,7 +28,10 @@ void RequireAtRest(const ClipState& state, const ClipOptions& options) try {
 }
 
 UpdateResult MakeResult(Outcome outcome, ClipState& state) {
-    return {outcome, state.target, state.file.Path(), std::move(state.notes), {}, {}, {}};
+    const Target other = state.target == Target::Inside ? Target::Sidecar : Target::Inside;
+    UpdateResult result = {outcome, state.target, state.file.Path(), std::move(state.notes), {}, {}, {}, {}};
+    result.unsettled = state.leavesOther ? std::optional(other) : std::nullopt;
+    return result;
 }
 
 // Puts the new version in the file's place, before witnesses.
@@ -61,6 +65,9 @@ UpdateResult Perform(Load load, Require require, const ClipOptions& options, Kep
         return MakeResult(Outcome::Unchanged, *first);
     }
     RequireAtRest(*first, options);
+    if (first->leavesOther) {
+        RequireAtRest(*first->other, options);
+    }
     if (options.dryRun) {
         return MakeResult(Outcome::WouldWrite, *first);
     }
@@ -205,12 +212,22 @@ void RequireRecorded(const RecordedEdits& wanted, const RecordedEdits& made) {
 
 ClipContents ReadClip(const std::filesystem::path& clip, const ClipOptions& options) {
     const StatePointer state = LoadClip(clip, options);
-    return {state->target, state->file.Path(), state->hasXMP, std::move(state->xmp), std::move(state->notes)};
+    return {state->target,
+            state->file.Path(),
+            state->hasXMP,
+            std::move(state->xmp),
+            state->other ? std::move(state->other->xmp) : SXMPMeta(),
+            std::move(state->contradiction),
+            std::move(state->notes)};
 }
 
 UpdateResult UpdateClip(const std::filesystem::path& clip, const ClipOptions& options, const Change& change,
                         KeptFolder* kept) {
     return Perform([&] { return LoadChanged(clip, options, change); }, [](const RecordedEdits&) {}, options, kept);
+}
+
+UpdateResult SettleClip(const std::filesystem::path& clip, Target place, const ClipOptions& options, KeptFolder* kept) {
+    return Perform([&] { return LoadSettled(clip, place, options); }, [](const RecordedEdits&) {}, options, kept);
 }
 
 UpdateResult RepeatEdits(const std::filesystem::path& file, const RecordedEdits& record, const ClipOptions& options,

@@ -19,17 +19,20 @@ namespace zonstory {
 
 class ChangeWitness;
 class KeptFolder;
+struct PlaceRules;
 
 enum class Target { Inside, Sidecar };
 
 /// How a sidecar is named: clip.xmp, or clip.mov.xmp.
 enum class SidecarName { Short, Full };
 
-/// Where a clip's metadata goes.
+/// Where a clip's metadata goes. When it is read, both places are looked at, and this says which of the two counts where
+/// both say something.
 enum class Placement {
-    Auto,   ///< Inside where that leaves all else as it is, else into a sidecar.
-    Inside, ///< Inside or nowhere.
-    Sidecar ///< Into a sidecar, also where the container has a place for it.
+    Auto,   ///< Inside where that leaves all else as it is and breaks no seal, else into a sidecar; and where a sidecar
+            ///< says something already, there.
+    Inside, ///< Inside or nowhere, also where a hash list then no longer holds.
+    Sidecar ///< Into a sidecar, also where the container has a place for it. The clip stays as it is.
 };
 
 struct ClipOptions {
@@ -41,6 +44,7 @@ struct ClipOptions {
     std::chrono::seconds settle{0};               ///< Refuse a file that was changed more recently.
     std::optional<HashKind> hash = {};            ///< Of which the record gets checksums; none unless asked for.
     ChangeWitness* witness = nullptr;             ///< Told of the change; null for nobody.
+    PlaceRules* rules = nullptr;                  ///< Of this run (clip/PlaceRules.h); null to go by formats alone.
 };
 
 /// What one clip carries.
@@ -49,6 +53,8 @@ struct ClipContents {
     std::filesystem::path file; ///< The file that holds the XMP, or would: the clip itself or its sidecar. Absolute.
     bool hasXMP = false;
     SXMPMeta xmp;
+    SXMPMeta other;                 ///< What its other place says, where there are rules.
+    std::string contradiction;      ///< Between the two places, in one line for the user; empty where there is none.
     std::vector<std::string> notes; ///< What the user should know, as in UpdateResult.
 };
 
@@ -86,6 +92,7 @@ struct UpdateResult {
                                        ///< an owner or an attribute could not be kept.
     RecordedEdits record;              ///< Of `file`. Nothing where nothing would change.
     std::vector<PropertyChange> properties = {}; ///< As the record; nothing where only bytes are known.
+    std::optional<Target> unsettled = {};        ///< The clip's other place, which is to be settled with SettleClip().
 };
 
 /// Sees every change of a file on its way, and can still prevent it. Called on the thread that makes the change.
@@ -111,14 +118,21 @@ public:
 /// Reads what a clip carries; changes nothing, and waits for nobody: what it finds is the version before or after another
 /// run's.
 ///
-/// A clip is any name of a regular file; links are followed. Where metadata of any length can be written inside it is read
-/// there, also when a sidecar lies beside it; else from its sidecar, and where there is none, from inside after all.
+/// A clip is any name of a regular file; links are followed. Of its two places that one is told which says something of
+/// the rules' subject, and of two `options.placement`'s, under Auto the sidecar. Where neither does, or there are no rules:
+/// its inside where metadata can be written there, else its sidecar, and without one its inside after all. A sidecar that
+/// may be another clip's is not looked at.
 /// @throws ClipError when the clip is missing, unreadable, empty, damaged or itself a sidecar, or its sidecar is no XMP.
 ClipContents ReadClip(const std::filesystem::path& clip, const ClipOptions& options);
 
-/// Changes a clip's metadata. `change` gets what the clip carries now (an empty object if nothing). Where its result
-/// says the same as before, no file is touched. Otherwise the clip under its name is at every moment the old one or the
-/// new one, whole; of runs on one clip at the same time, one waits for the other.
+/// Changes a clip's metadata, in one file. `change` gets what the clip carries now (an empty object if nothing); of the
+/// rules' subject what the other place says, where this one says nothing. Where its result says the same as before, no
+/// file is touched. Otherwise the clip under its name is at every moment the old one or the new one, whole; of runs on one
+/// clip at the same time, one waits for the other.
+///
+/// With rules, both places say the same of their subject in the end, or nothing is changed. Where it takes a change of the
+/// other place for that, the result tells it. The order is such that a run that ends between the two leaves the last text
+/// in the place that counts.
 ///
 /// @param change  Called once, and again from the start and with a fresh object when it turns out that the metadata goes
 ///                into a sidecar, or when another run changed the clip while this one waited for it. So it collects
@@ -128,6 +142,13 @@ ClipContents ReadClip(const std::filesystem::path& clip, const ClipOptions& opti
 ///         it was and nothing is left beside it.
 UpdateResult UpdateClip(const std::filesystem::path& clip, const ClipOptions& options,
                         const std::function<void(SXMPMeta&)>& change, KeptFolder* kept = nullptr);
+
+/// Takes out of one place of a clip what the other one says better, in the same safe way.
+/// @param place  UpdateResult::unsettled.
+/// @pre `options.rules` is set.
+/// @throws ClipError as UpdateClip().
+UpdateResult SettleClip(const std::filesystem::path& clip, Target place, const ClipOptions& options,
+                        KeptFolder* kept = nullptr);
 
 /// Makes a recorded change of a file, a clip or a sidecar, as UpdateClip() makes one: the new version is proven and takes
 /// the name in one step. What was done is taken back by its record reversed.

@@ -64,6 +64,12 @@ SidecarChoice ChooseSidecar(const fs::path& clip, SidecarName name) {
     return choice;
 }
 
+SidecarChoice FullSidecar(const fs::path& clip) {
+    struct stat status {};
+    const fs::path path = SidecarPath(clip, SidecarName::Full);
+    return {path, ::lstat(path.c_str(), &status) == 0, {}};
+}
+
 SXMPMeta ReadSidecar(const std::string& bytes) {
     constexpr const char* kRefusal = "its sidecar is not XMP and is left alone";
     try {

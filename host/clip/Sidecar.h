@@ -25,6 +25,10 @@ struct SidecarChoice {
 /// @param clip  Absolute.
 SidecarChoice ChooseSidecar(const std::filesystem::path& clip, SidecarName name);
 
+/// The one named in full, which no other clip can have.
+/// @param clip  Absolute.
+SidecarChoice FullSidecar(const std::filesystem::path& clip);
+
 /// What a sidecar holds.
 /// @param bytes  Its content.
 /// @throws ClipError when it is no XMP, so that it is never written over.

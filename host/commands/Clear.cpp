@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "commands/ClipSelection.h"
+#include "commands/SaidScene.h"
 #include "commands/SceneSync.h"
 #include "commands/Toolkit.h"
 
@@ -16,8 +17,11 @@ constexpr BatchWords kWords = {"cleared", "would be cleared"};
 
 int RunClear(const ClearOptions& options, Output& output) {
     const Toolkit toolkit;
+    SceneRules rules;
+    BatchOptions batch = options.batch;
+    batch.clip = rules.In(batch.clip);
     std::vector<SelectedClip> clips = SelectClips(options.clips, options.recursive);
-    RefuseSharedSidecars(clips, options.batch.clip);
+    RefuseSharedSidecars(clips, batch.clip);
     std::vector<ClipTask> tasks;
     tasks.reserve(clips.size());
     for (SelectedClip& clip : clips) {
@@ -25,7 +29,7 @@ int RunClear(const ClearOptions& options, Output& output) {
     }
     RunFacts facts;
     facts.verb = "clear";
-    return RunBatch(tasks, options.batch, kWords, std::move(facts), output);
+    return RunBatch(tasks, batch, kWords, std::move(facts), output);
 }
 
 } // namespace zonstory

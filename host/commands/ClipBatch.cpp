@@ -58,12 +58,32 @@ UpdateResult TakeBack(const ClipTask::Undoing& undoing, const ClipOptions& optio
     return RepeatEdits(undoing.file, facts.back, options, &work.kept);
 }
 
+// Where that leaves something in the clip's other place, this follows; a dry run has told of it already.
+UpdateResult UpdateBothPlaces(const std::filesystem::path& clip, const ClipOptions& options,
+                              const std::function<void(SXMPMeta&)>& change, KeptFolder& kept) {
+    UpdateResult result = UpdateClip(clip, options, change, &kept);
+    if (!result.unsettled || options.dryRun) {
+        result.outcome = result.unsettled ? Outcome::WouldWrite : result.outcome;
+        return result;
+    }
+    try {
+        UpdateResult other = SettleClip(clip, *result.unsettled, options, &kept);
+        result.outcome = other.outcome == Outcome::Written ? Outcome::Written : result.outcome;
+        std::move(other.warnings.begin(), other.warnings.end(), std::back_inserter(result.warnings));
+        return result;
+    } catch (const ClipInterrupted&) {
+        throw;
+    } catch (const FileError& error) {
+        const char* const place = *result.unsettled == Target::Inside ? "inside" : "in its sidecar";
+        throw ClipError(fmt::format("still says what it said {}, which {}", place, error.what()));
+    }
+}
+
 void Update(const ClipTask& task, const ClipOptions& options, const Work& work, ClipRecord& record) {
-    std::vector<zonmetadata::Path> changed;
-    UpdateResult result = task.undoing
-                              ? TakeBack(*task.undoing, options, work)
-                              : UpdateClip(
-                                    task.clip, options, [&](SXMPMeta& xmp) { changed = task.change(xmp); }, &work.kept);
+    SceneChange change;
+    const auto make = [&](SXMPMeta& xmp) { change = task.change(xmp); };
+    UpdateResult result =
+        task.undoing ? TakeBack(*task.undoing, options, work) : UpdateBothPlaces(task.clip, options, make, work.kept);
     record.result = ResultOf(result.outcome);
     record.target = result.target;
     record.file = std::move(result.file);
@@ -71,7 +91,19 @@ void Update(const ClipTask& task, const ClipOptions& options, const Work& work, 
     record.warnings = record.notes.size();
     std::move(result.notes.begin(), result.notes.end(), std::back_inserter(record.notes));
     if (record.result != ClipResult::Unchanged) {
-        std::transform(changed.begin(), changed.end(), std::back_inserter(record.changedPaths), PathText);
+        std::move(change.notes.begin(), change.notes.end(), std::back_inserter(record.notes));
+        std::transform(change.paths.begin(), change.paths.end(), std::back_inserter(record.changedPaths), PathText);
+    }
+}
+
+void Keep(const SceneStays& stays, ClipRecord& record) {
+    record.scene.clear();
+    if (stays.IsOfAnotherScene()) {
+        record.result = ClipResult::Unmatched;
+        record.reason = stays.what();
+    } else {
+        record.result = ClipResult::Unchanged;
+        record.notes.emplace_back(stays.what());
     }
 }
 
@@ -91,7 +123,12 @@ ClipRecord WorkOn(const ClipTask& task, const Work& work) {
     ClipRecord record;
     record.clip = task.clip;
     record.scene = task.scene;
+    record.words = task.words;
     if (IsInterrupted()) {
+        return record;
+    }
+    if (task.isSkipped) {
+        record.result = ClipResult::Skipped;
         return record;
     }
     if (!task.refusal.empty()) {
@@ -108,6 +145,8 @@ ClipRecord WorkOn(const ClipTask& task, const Work& work) {
         UpdateInJournal(task, work, record);
     } catch (const ClipInterrupted&) {
         record.result = ClipResult::NotDone;
+    } catch (const SceneStays& stays) {
+        Keep(stays, record);
     } catch (const XMP_Error& error) {
         record.result = ClipResult::Failed;
         record.reason = fmt::format("{} (XMP error {})", error.what(), error.GetID());
@@ -119,7 +158,8 @@ ClipRecord WorkOn(const ClipTask& task, const Work& work) {
 }
 
 std::string ResultLine(const ClipRecord& record, const BatchWords& words) {
-    std::string line = fmt::format("{}: {}", record.clip.string(), ResultWord(record.result, words));
+    std::string line =
+        fmt::format("{}: {}", record.clip.string(), ResultWord(record.result, record.words ? *record.words : words));
     if (!record.scene.empty()) {
         line += ", scene " + record.scene;
     }
@@ -209,14 +249,25 @@ LockSettings SayingWaits(LockSettings locks, Saying& saying) {
 }
 
 std::string Summary(const std::vector<ClipRecord>& records, const BatchOptions& options, const BatchWords& words) {
-    std::array<std::size_t, 6> counts{};
+    std::array<std::size_t, 7> counts{};
+    std::size_t others = 0; // done in words of their own
+    const BatchWords* otherWords = nullptr;
+    const ClipResult done = options.clip.dryRun ? ClipResult::Would : ClipResult::Done;
     for (const ClipRecord& record : records) {
-        ++counts[static_cast<std::size_t>(record.result)];
+        const bool isOther = record.words != nullptr && record.result == done;
+        others += isOther ? 1 : 0;
+        otherWords = isOther ? record.words : otherWords;
+        counts[static_cast<std::size_t>(record.result)] += isOther ? 0 : 1;
     }
     const auto count = [&](ClipResult result) { return counts[static_cast<std::size_t>(result)]; };
-    const ClipResult done = options.clip.dryRun ? ClipResult::Would : ClipResult::Done;
     std::string summary = fmt::format("{} {}, {} unchanged, {} failed", count(done), ResultWord(done, words),
                                       count(ClipResult::Unchanged), count(ClipResult::Failed));
+    if (others > 0) {
+        summary += fmt::format(", {} {}", others, ResultWord(done, *otherWords));
+    }
+    if (count(ClipResult::Skipped) > 0) {
+        summary += fmt::format(", {} skipped", count(ClipResult::Skipped));
+    }
     if (count(ClipResult::Unmatched) > 0) {
         summary += fmt::format(", {} without a scene", count(ClipResult::Unmatched));
     }

@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-#include <zonmetadata/Path.h>
-
 #include "clip/Clip.h"
 #include "clip/Workspace.h"
+#include "commands/ClipRecord.h"
+#include "commands/SceneSync.h"
 #include "journal/JournalEntry.h"
 #include "journal/JournalPlace.h"
 #include "output/Output.h"
@@ -23,8 +23,10 @@ struct ClipTask {
     std::string refusal;                  ///< Why nothing can be done, which is a failure; empty where something is.
     std::optional<std::string> unmatched; ///< Why no scene was found, so that the clip is left alone.
     std::string scene;                    ///< The number that is written; empty for `clear`.
-    /// Called on any thread. Returns what may have changed.
-    std::function<std::vector<zonmetadata::Path>(SXMPMeta&)> change;
+    /// Called on any thread. May throw SceneStays.
+    std::function<SceneChange(SXMPMeta&)> change;
+    bool isSkipped = false;            ///< Nothing is done with it, as its user wants it.
+    const BatchWords* words = nullptr; ///< For this clip alone; null for those of the run.
 
     /// A change that is taken back, in place of one that is made.
     struct Undoing {
@@ -52,12 +54,6 @@ struct BatchOptions {
     bool showPaths = false; ///< Print the changed paths under each clip.
     std::string report;     ///< A file that gets a row a clip, .json or .csv; empty for none.
     JournalOptions journal;
-};
-
-/// How a command calls what it did.
-struct BatchWords {
-    const char* done;  ///< "written"
-    const char* would; ///< "would be written"
 };
 
 /// Works through the clips and prints a line for each, in their order, then a summary. What is changed is in the journal

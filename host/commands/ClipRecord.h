@@ -9,7 +9,13 @@
 
 namespace zonstory {
 
-enum class ClipResult { Done, Unchanged, Would, Failed, Unmatched, NotDone };
+enum class ClipResult { Done, Unchanged, Would, Failed, Unmatched, NotDone, Skipped };
+
+/// How a command calls what it did.
+struct BatchWords {
+    const char* done;  ///< "written"
+    const char* would; ///< "would be written"
+};
 
 /// What became of one clip.
 struct ClipRecord {
@@ -22,6 +28,7 @@ struct ClipRecord {
     std::vector<std::string> notes;
     std::size_t warnings = 0; ///< How many of the notes, from the first on, are for those as well who want no notes.
     std::vector<std::string> changedPaths;
+    const BatchWords* words = nullptr; ///< Null for those of the run.
 };
 
 } // namespace zonstory

@@ -29,9 +29,14 @@ const char* TargetOf(const ClipRecord& record) {
 }
 
 ReportRow RowOf(const ClipRecord& record, const BatchWords& words) {
-    return {
-        record.clip.string(), record.scene, TargetOf(record),   record.file.string(), ResultWord(record.result, words),
-        record.reason,        record.notes, record.changedPaths};
+    return {record.clip.string(),
+            record.scene,
+            TargetOf(record),
+            record.file.string(),
+            ResultWord(record.result, record.words ? *record.words : words),
+            record.reason,
+            record.notes,
+            record.changedPaths};
 }
 
 } // namespace
@@ -100,6 +105,8 @@ std::string ResultWord(ClipResult result, const BatchWords& words) {
         return "failed";
     case ClipResult::Unmatched:
         return "unmatched";
+    case ClipResult::Skipped:
+        return "skipped";
     case ClipResult::NotDone:
         break;
     }

@@ -11,8 +11,8 @@
 
 namespace zonstory {
 
-/// The word for what became of a clip: "written", "unchanged", "would be written", "failed", "unmatched", "not
-/// done".
+/// The word for what became of a clip: "written", "unchanged", "would be written", "failed", "unmatched",
+/// "skipped", "not done".
 std::string ResultWord(ClipResult result, const BatchWords& words);
 
 /// Whether a report can be written under this name: it ends in .json or .csv.

@@ -28,7 +28,8 @@ struct ClipScene {
     };
     std::vector<Speech> dialogue;
     ScriptReference script;
-    std::vector<std::string> notes; ///< What the user should know, as in ClipContents.
+    std::string contradiction; ///< As in ClipContents, as the next.
+    std::vector<std::string> notes;
 };
 
 /// @throws ClipError, XMP_Error

@@ -24,6 +24,12 @@ std::vector<SelectedClip> SelectClips(const std::vector<std::string>& paths, boo
     return clips;
 }
 
+void WarnOfContradiction(const fs::path& clip, const std::string& contradiction, Output& output) {
+    if (!contradiction.empty()) {
+        output.Warning(fmt::format("{}: says {}", clip.string(), contradiction));
+    }
+}
+
 void RefuseSharedSidecars(std::vector<SelectedClip>& clips, const ClipOptions& options) {
     std::vector<fs::path> fit;
     for (const SelectedClip& clip : clips) {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "clip/Clip.h"
+#include "output/Output.h"
 
 namespace zonstory {
 
@@ -16,6 +17,9 @@ struct SelectedClip {
 
 /// The clips that paths stand for, each once. A path that cannot be searched is among them, with the reason.
 std::vector<SelectedClip> SelectClips(const std::vector<std::string>& paths, bool recursive);
+
+/// Warns where what is read of a clip contradicts itself.
+void WarnOfContradiction(const std::filesystem::path& clip, const std::string& contradiction, Output& output);
 
 /// Refuses the clips that would share one sidecar and so overwrite each other's.
 void RefuseSharedSidecars(std::vector<SelectedClip>& clips, const ClipOptions& options);

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "commands/DraftFinder.h"
+#include "commands/SaidScene.h"
 #include "commands/SceneEvidence.h"
 #include "commands/SceneMatching.h"
 #include "commands/ScriptReference.h"
@@ -86,6 +87,8 @@ private:
 // Adds a record for each clip that can be read.
 bool ReadRecords(const ClipsOfStory& options, const SceneNumbers& story, Drafts& drafts, Records& records,
                  Output& output) {
+    SceneRules rules;
+    const ClipOptions clipOptions = rules.In(options.clip);
     bool allRead = true;
     for (const SelectedClip& clip : SelectClips(options.clips, options.recursive)) {
         const std::string path = clip.path.string();
@@ -93,8 +96,9 @@ bool ReadRecords(const ClipsOfStory& options, const SceneNumbers& story, Drafts&
             if (!clip.refusal.empty()) {
                 throw ClipError(clip.refusal);
             }
-            ClipContents contents = ReadClip(clip.path, options.clip);
-            const CarriedNumbers carried = CarriedNumbersIn(contents.xmp);
+            ClipContents contents = ReadClip(clip.path, clipOptions);
+            WarnOfContradiction(clip.path, contents.contradiction, output);
+            const CarriedNumbers carried = CarriedNumbersIn(contents);
             records.push_back(
                 {path, carried.scene, carried.take, drafts.StateOf(carried.scene, contents.xmp), "", carried.camera});
         } catch (const std::exception& error) {

@@ -6,6 +6,7 @@
 #include "commands/DiffFindings.h"
 #include "commands/DiffRecords.h"
 #include "commands/DiffText.h"
+#include "commands/SaidScene.h"
 #include "commands/Toolkit.h"
 #include "commands/UsageError.h"
 #include "output/ExitCode.h"
@@ -25,6 +26,8 @@ std::string NamesOfOutdated(const DiffFindings& diff) {
 // Adds a row for each clip that can be read.
 bool ReadClips(const DiffOptions& options, DiffFindings& diff, Output& output) {
     DraftFinder drafts(diff.before.root.get(), *diff.after.root, diff.comparison);
+    SceneRules rules;
+    const ClipOptions clipOptions = rules.In(options.clip);
     bool allRead = true;
     for (const SelectedClip& clip : SelectClips(options.clips, options.recursive)) {
         const std::string name = clip.path.string();
@@ -32,7 +35,8 @@ bool ReadClips(const DiffOptions& options, DiffFindings& diff, Output& output) {
             if (!clip.refusal.empty()) {
                 throw ClipError(clip.refusal);
             }
-            ClipContents contents = ReadClip(clip.path, options.clip);
+            ClipContents contents = ReadClip(clip.path, clipOptions);
+            WarnOfContradiction(clip.path, contents.contradiction, output);
             std::string number;
             zonstoryparser::GetSceneNumberFromXMP(contents.xmp, nullptr, &number);
             diff.clips.push_back({name, drafts.Find(number, zonstoryparser::ReadCarriedScene(contents.xmp))});

@@ -1,5 +1,8 @@
 #include "commands/DraftFinder.h"
 
+#include "commands/SceneMatching.h"
+#include "match/SceneField.h"
+
 namespace zonstory {
 
 using zonstoryparser::CarriedScene;
@@ -22,7 +25,7 @@ const char* DraftStateWord(DraftState state) {
 }
 
 DraftFinder::Draft::Draft(const zonstoryparser::Talewright& story)
-    : scenes(SceneSelection(story).All()), texts(scenes.size()) {
+    : scenes(SceneSelection(story).All()), slates(NumbersOf(SceneSelection(story))), texts(scenes.size()) {
     for (std::size_t index = 0; index < scenes.size(); ++index) {
         numbers.push_back(zoncore::UTF16to8(NumberToWrite(scenes[index])));
         byNumber[numbers.back()].push_back(index);
@@ -36,13 +39,15 @@ const CarriedScene& DraftFinder::Draft::TextOf(std::size_t index) {
     return *texts[index];
 }
 
-std::optional<std::size_t> DraftFinder::Draft::Find(const std::string& number, const CarriedScene& carried) {
+std::vector<std::size_t> DraftFinder::Draft::Named(const std::string& number) const {
     const auto found = byNumber.find(number);
-    if (found != byNumber.end()) {
-        for (const std::size_t index : found->second) {
-            if (TextOf(index) == carried) {
-                return index;
-            }
+    return found == byNumber.end() ? ScenesNamed(number, slates) : found->second;
+}
+
+std::optional<std::size_t> DraftFinder::Draft::Find(const std::string& number, const CarriedScene& carried) {
+    for (const std::size_t index : Named(number)) {
+        if (TextOf(index) == carried) {
+            return index;
         }
     }
     return std::nullopt;
@@ -73,10 +78,9 @@ DraftAnswer DraftFinder::Find(const std::string& number, const CarriedScene& car
         return pair == mNewOfOld.end() ? DraftAnswer{DraftState::Unknown, std::nullopt, number}
                                        : Answer(DraftState::Outdated, pair->second);
     }
-    const auto found = mNew.byNumber.find(number);
-    return found == mNew.byNumber.end()
-               ? DraftAnswer{DraftState::Unknown, std::nullopt, number}
-               : Answer(!mOld && isOfAnotherDraft ? DraftState::Outdated : DraftState::Other, found->second.front());
+    const std::vector<std::size_t> named = mNew.Named(number);
+    return named.empty() ? DraftAnswer{DraftState::Unknown, std::nullopt, number}
+                         : Answer(!mOld && isOfAnotherDraft ? DraftState::Outdated : DraftState::Other, named.front());
 }
 
 DraftAnswer DraftFinder::Answer(DraftState state, std::size_t newIndex) const {

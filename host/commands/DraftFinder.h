@@ -8,6 +8,7 @@
 
 #include <zonstoryparser/StoryComparison.h>
 
+#include "match/SceneNumbers.h"
 #include "story/SceneSelection.h"
 
 namespace zonstory {
@@ -37,7 +38,7 @@ public:
     DraftFinder(const zonstoryparser::Talewright* oldDraft, const zonstoryparser::Talewright& newDraft,
                 const zonstoryparser::StoryComparison& comparison);
 
-    /// @param number           What the clip carries as its scene's number.
+    /// @param number           What the clip carries as its scene's number, or as a slate.
     /// @param isOfAnotherDraft Whether the clip names another script than the new draft: a text that differs is then an
     ///                         old one, also where the old draft is not known.
     DraftAnswer Find(const std::string& number, const zonstoryparser::CarriedScene& carried,
@@ -47,10 +48,13 @@ private:
     struct Draft {
         explicit Draft(const zonstoryparser::Talewright& story);
         const zonstoryparser::CarriedScene& TextOf(std::size_t index);
-        /// The first scene with this number that would leave this text; nothing where none does.
+        /// The scenes of this number; of a slate, those that it names.
+        std::vector<std::size_t> Named(const std::string& number) const;
+        /// The first of them that would leave this text; nothing where none does.
         std::optional<std::size_t> Find(const std::string& number, const zonstoryparser::CarriedScene& carried);
 
         std::vector<SelectedScene> scenes;
+        SceneNumbers slates;
         std::vector<std::string> numbers;
         std::unordered_map<std::string, std::vector<std::size_t>> byNumber;
         std::vector<std::optional<zonstoryparser::CarriedScene>> texts;

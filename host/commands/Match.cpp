@@ -6,6 +6,7 @@
 
 #include <fmt/format.h>
 
+#include "commands/SaidScene.h"
 #include "commands/Toolkit.h"
 #include "output/Record.h"
 #include "output/SafeText.h"
@@ -253,8 +254,9 @@ int RunMatch(const MatchOptions& options, Output& output) {
     const Story story = ReadStory(options.story);
     const SceneSelection scenes(*story.root);
     const Toolkit toolkit;
-    const ClipMatches matches =
-        MatchClips(scenes, SelectClips(options.clips, options.recursive), options.match, options.clip, output);
+    SceneRules rules;
+    const ClipMatches matches = MatchClips(scenes, SelectClips(options.clips, options.recursive), options.match,
+                                           rules.In(options.clip), output);
     for (const ClipMatch& match : matches.clips) {
         if (!match.clip.refusal.empty()) {
             output.Error(match.clip.path.string() + ": " + match.clip.refusal);

@@ -43,13 +43,25 @@ void AddField(SceneEvidence& evidence, Source source, const std::string& scene, 
 void AddXmp(SceneEvidence& evidence, const fs::path& clip, const ClipOptions& options) {
     try {
         ClipContents contents = ReadClip(clip, options);
-        const CarriedNumbers carried = CarriedNumbersIn(contents.xmp);
+        const CarriedNumbers carried = CarriedNumbersIn(contents);
+        evidence.problem = contents.contradiction.empty() ? "" : "says " + contents.contradiction;
         AddField(evidence, Source::Xmp, carried.scene, carried.take);
     } catch (const FileError& error) {
         evidence.problem = error.what();
     } catch (const XMP_Error& error) {
         evidence.problem = error.what();
     }
+}
+
+// A logger's words stay where they are when the scene goes into the clip's other place.
+std::string FirstValue(const ClipContents& contents, const char* name) {
+    std::string value;
+    for (const SXMPMeta* const xmp : {&contents.xmp, &contents.other}) {
+        if (value.empty()) {
+            xmp->GetProperty(zonmetadata::kDynamicMediaNamespaceURI, name, &value, nullptr);
+        }
+    }
+    return value;
 }
 
 } // namespace
@@ -63,11 +75,11 @@ SceneEvidence GatherEvidence(const fs::path& clip, const ClipOptions& options) {
     return evidence;
 }
 
-CarriedNumbers CarriedNumbersIn(SXMPMeta& xmp) {
+CarriedNumbers CarriedNumbersIn(ClipContents& contents) {
     CarriedNumbers carried;
-    zonstoryparser::GetSceneNumberFromXMP(xmp, nullptr, &carried.scene);
-    xmp.GetProperty(zonmetadata::kDynamicMediaNamespaceURI, "takeNumber", &carried.take, nullptr);
-    xmp.GetProperty(zonmetadata::kDynamicMediaNamespaceURI, "cameraLabel", &carried.camera, nullptr);
+    zonstoryparser::GetSceneNumberFromXMP(contents.xmp, nullptr, &carried.scene);
+    carried.take = FirstValue(contents, "takeNumber");
+    carried.camera = FirstValue(contents, "cameraLabel");
     return carried;
 }
 

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <string_view>
+#include <utility>
 
 #include <fmt/format.h>
 
@@ -52,6 +53,31 @@ std::string ResolveClip(const std::string& clip, const fs::path& folder) {
     return clip;
 }
 
+constexpr std::pair<std::string_view, MapAction> kActions[] = {{"skip", MapAction::Skip}, {"clear", MapAction::Clear}};
+
+bool IsScene(const std::string& name, const SceneSelection& scenes) {
+    try {
+        scenes.Find(name);
+        return true;
+    } catch (const SceneSelectionError&) {
+        return false;
+    }
+}
+
+/// @throws SceneSelectionError
+MappedClip ReadRow(std::size_t line, std::string clip, const std::string& scene, const SceneSelection& scenes) {
+    for (const auto& [word, action] : kActions) {
+        if (EqualIgnoringCase(scene, word)) {
+            if (IsScene(scene, scenes)) {
+                throw SceneSelectionError(
+                    fmt::format("'{}' is a scene of the story as well; name that by its position, as #7", scene));
+            }
+            return {line, std::move(clip), {}, action};
+        }
+    }
+    return {line, std::move(clip), scenes.Find(scene)};
+}
+
 } // namespace
 
 SceneMap ReadSceneMap(const std::string& path, const SceneSelection& scenes) {
@@ -73,7 +99,7 @@ SceneMap ReadSceneMap(const std::string& path, const SceneSelection& scenes) {
             throw CsvError(name, row.line, "a scene without a clip");
         }
         try {
-            map.clips.push_back({row.line, ResolveClip(clip, folder), scenes.Find(scene)});
+            map.clips.push_back(ReadRow(row.line, ResolveClip(clip, folder), scene, scenes));
         } catch (const SceneSelectionError& error) {
             problems += fmt::format("{}{}:{}: {}", problems.empty() ? "" : "\n", name, row.line, error.what());
         }

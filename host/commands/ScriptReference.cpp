@@ -23,6 +23,8 @@ constexpr char kResourceRef[] = "http://ns.adobe.com/xap/1.0/sType/ResourceRef#"
 constexpr char kIngredients[] = "Ingredients";
 constexpr std::string_view kScheme = "zonstory-script:"; // in front of the digest; tells our item from others'
 
+constexpr std::string_view kPart = "/content/scene/"; // in front of the number of the scene that a clip shows
+
 // Where a title page says which draft it is, the plainest first.
 constexpr std::string_view kLabelKeys[] = {"revision", "draft", "version", "draft date", "date"};
 
@@ -111,7 +113,7 @@ std::string FindItem(const SXMPMeta& xmp) {
 
 ScriptReference ReferenceTo(const Story& story, const StoryFile& file) {
     const std::string name = file.path == "-" ? std::string() : std::filesystem::path(file.path).filename().string();
-    return {zoncore::UTF16to8(zoncore::UTF8to16(name)), LabelOf(story), DigestOf(*story.root)};
+    return {zoncore::UTF16to8(zoncore::UTF8to16(name)), LabelOf(story), DigestOf(*story.root), {}};
 }
 
 ScriptReference ReadScriptReference(const SXMPMeta& xmp) {
@@ -119,8 +121,10 @@ ScriptReference ReadScriptReference(const SXMPMeta& xmp) {
     if (item.empty()) {
         return {};
     }
+    const std::string part = Field(xmp, item, "fromPart");
     return {Field(xmp, item, "filePath"), Field(xmp, item, "versionID"),
-            Field(xmp, item, "documentID").substr(kScheme.size())};
+            Field(xmp, item, "documentID").substr(kScheme.size()),
+            part.starts_with(kPart) ? part.substr(kPart.size()) : std::string()};
 }
 
 void WriteScriptReference(const ScriptReference& reference, SXMPMeta& xmp) {
@@ -138,6 +142,7 @@ void WriteScriptReference(const ScriptReference& reference, SXMPMeta& xmp) {
     set("documentID", std::string(kScheme) + reference.digest);
     set("versionID", reference.label);
     set("filePath", reference.name);
+    set("fromPart", reference.scene.empty() ? std::string() : std::string(kPart) + reference.scene);
 }
 
 bool ClearScriptReference(SXMPMeta& xmp) {

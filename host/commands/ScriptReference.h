@@ -15,6 +15,8 @@ struct ScriptReference {
     std::string name;   ///< The file's, without its folder (stRef:filePath).
     std::string label;  ///< What the draft calls itself, as on its title page; may be empty (stRef:versionID).
     std::string digest; ///< Of scene numbers and texts, so that it is the same in every format (in stRef:documentID).
+    std::string scene;  ///< The number that was written along with it; empty where what stood there stayed (in
+                        ///< stRef:fromPart).
 
     bool IsEmpty() const { return digest.empty(); }
 };

@@ -4,6 +4,7 @@
 
 #include "commands/ClipScene.h"
 #include "commands/ClipSelection.h"
+#include "commands/SaidScene.h"
 #include "commands/TargetWord.h"
 #include "commands/Toolkit.h"
 #include "output/ExitCode.h"
@@ -154,12 +155,15 @@ void RefuseIfUnfit(const SelectedClip& clip) {
 
 int RunShow(const ShowOptions& options, Output& output) {
     const Toolkit toolkit;
+    SceneRules rules;
+    const ClipOptions clipOptions = rules.In(options.clip);
     ShowDocument document;
     int exitCode = kDone;
     for (const SelectedClip& clip : SelectClips(options.clips, options.recursive)) {
         try {
             RefuseIfUnfit(clip);
-            document.clips.push_back(ReadClipScene(clip.path, options.clip));
+            document.clips.push_back(ReadClipScene(clip.path, clipOptions));
+            WarnOfContradiction(clip.path, document.clips.back().contradiction, output);
             for (const std::string& note : document.clips.back().notes) {
                 output.Note(clip.path.string() + ": " + note);
             }

@@ -10,6 +10,7 @@
 #include <fmt/format.h>
 
 #include "commands/ClipSelection.h"
+#include "commands/SaidScene.h"
 #include "commands/SceneMap.h"
 #include "commands/SceneSync.h"
 #include "commands/Toolkit.h"
@@ -21,19 +22,18 @@ namespace zonstory {
 namespace {
 
 constexpr BatchWords kWords = {"written", "would be written"};
-
-// A clip that is refused, or for which no scene was found, has none.
-ClipTask MakeTask(SelectedClip clip, const SelectedScene& scene, std::optional<std::string> unmatched,
-                  const ScriptReference& script) {
-    return {std::move(clip.path), std::move(clip.refusal), std::move(unmatched),
-            scene.scene ? zoncore::UTF16to8(NumberToWrite(scene)) : std::string(),
-            [scene, &script](SXMPMeta& xmp) { return WriteScene(scene, script, xmp); }};
-}
+constexpr BatchWords kClearedWords = {"cleared", "would be cleared"};
 
 void CheckUsage(const WriteOptions& options) {
     const std::array ways = {!options.scene.empty(), !options.map.empty(), options.isMatching};
     if (std::count(ways.begin(), ways.end(), true) != 1) {
         throw UsageError("zonstory: write needs --scene SCENE CLIP... or --map FILE or --match CLIP...");
+    }
+    if (!options.isMatching && options.replaces) {
+        throw UsageError("zonstory: write takes --replace with --match alone");
+    }
+    if (options.replaces && options.onlyEmpty) {
+        throw UsageError("zonstory: write takes --replace or --only-empty, not both");
     }
     if (!options.isMatching && !options.match.logs.empty()) {
         throw UsageError("zonstory: write takes a --log with --match alone");
@@ -51,7 +51,42 @@ struct Selection {
     std::vector<SelectedClip> clips;
     std::vector<SelectedScene> scenes;
     std::vector<std::optional<std::string>> unmatched; ///< Why no scene was found for a clip; none where one was.
+    std::vector<MapAction> actions;
 };
+
+/// What the clips of a run have in common.
+struct Writing {
+    const SceneNumbers numbers;
+    const ScriptReference script;
+    const Existing existing;
+};
+
+Existing ExistingOf(const WriteOptions& options) {
+    if (options.onlyEmpty) {
+        return Existing::Stays;
+    }
+    return options.isMatching && !options.replaces ? Existing::OtherSceneStays : Existing::Replaced;
+}
+
+// A clip that is refused, or for which no scene was found, has none.
+ClipTask MakeTask(SelectedClip clip, const SelectedScene& scene, std::optional<std::string> unmatched, MapAction action,
+                  const Writing& writing) {
+    ClipTask task;
+    task.clip = std::move(clip.path);
+    task.refusal = std::move(clip.refusal);
+    task.unmatched = std::move(unmatched);
+    task.isSkipped = action == MapAction::Skip && task.refusal.empty();
+    if (action == MapAction::Clear) {
+        task.words = &kClearedWords;
+        task.change = ClearScene;
+    } else if (scene.scene) {
+        task.scene = zoncore::UTF16to8(NumberToWrite(scene));
+        task.change = [scene, &writing](SXMPMeta& xmp) {
+            return WriteScene({scene, writing.numbers, writing.script, writing.existing}, xmp);
+        };
+    }
+    return task;
+}
 
 Selection SelectForOneScene(const WriteOptions& options, const SceneSelection& scenes) {
     Selection selection;
@@ -77,7 +112,8 @@ Selection SelectByMap(const WriteOptions& options, const SceneSelection& scenes,
             if (isNew) {
                 selection.clips.push_back(std::move(clip));
                 selection.scenes.push_back(row.scene);
-            } else if (entry->second->scene.position != row.scene.position) {
+                selection.actions.push_back(row.action);
+            } else if (!entry->second->WantsTheSame(row)) {
                 throw CsvError(options.map, row.line,
                                fmt::format("{} has another scene in line {}", clip.path.string(), entry->second->line));
             }
@@ -87,9 +123,10 @@ Selection SelectByMap(const WriteOptions& options, const SceneSelection& scenes,
 }
 
 // A clip without an answer is left alone; one that cannot be read at all fails as it does elsewhere.
-Selection SelectByMatch(const WriteOptions& options, const SceneSelection& scenes, Output& output) {
+Selection SelectByMatch(const WriteOptions& options, const SceneSelection& scenes, const ClipOptions& clip,
+                        Output& output) {
     ClipMatches matches =
-        MatchClips(scenes, SelectClips(options.clips, options.recursive), options.match, options.batch.clip, output);
+        MatchClips(scenes, SelectClips(options.clips, options.recursive), options.match, clip, output);
     const std::vector<SelectedScene> all = scenes.All();
     Selection selection;
     for (ClipMatch& match : matches.clips) {
@@ -102,9 +139,9 @@ Selection SelectByMatch(const WriteOptions& options, const SceneSelection& scene
     return selection;
 }
 
-Selection Select(const WriteOptions& options, const SceneSelection& scenes, Output& output) {
+Selection Select(const WriteOptions& options, const SceneSelection& scenes, const ClipOptions& clip, Output& output) {
     if (options.isMatching) {
-        return SelectByMatch(options, scenes, output);
+        return SelectByMatch(options, scenes, clip, output);
     }
     return options.map.empty() ? SelectForOneScene(options, scenes) : SelectByMap(options, scenes, output);
 }
@@ -123,18 +160,22 @@ int RunWrite(const WriteOptions& options, Output& output) {
     CheckUsage(options);
     const Story story = ReadStory(options.story);
     const SceneSelection scenes(*story.root);
-    const ScriptReference script = ReferenceTo(story, options.story);
+    const Writing writing = {NumbersOf(scenes), ReferenceTo(story, options.story), ExistingOf(options)};
     const Toolkit toolkit;
-    Selection selection = Select(options, scenes, output);
+    SceneRules rules;
+    BatchOptions batch = options.batch;
+    batch.clip = rules.In(batch.clip);
+    Selection selection = Select(options, scenes, batch.clip, output);
     selection.unmatched.resize(selection.clips.size());
-    RefuseSharedSidecars(selection.clips, options.batch.clip);
+    selection.actions.resize(selection.clips.size());
+    RefuseSharedSidecars(selection.clips, batch.clip);
     std::vector<ClipTask> tasks;
     tasks.reserve(selection.clips.size());
     for (std::size_t index = 0; index < selection.clips.size(); ++index) {
         tasks.push_back(MakeTask(std::move(selection.clips[index]), selection.scenes[index],
-                                 std::move(selection.unmatched[index]), script));
+                                 std::move(selection.unmatched[index]), selection.actions[index], writing));
     }
-    return RunBatch(tasks, options.batch, kWords, WriteFacts(script), output);
+    return RunBatch(tasks, batch, kWords, WriteFacts(writing.script), output);
 }
 
 } // namespace zonstory

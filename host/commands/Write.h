@@ -16,6 +16,8 @@ struct WriteOptions {
     std::string map;                ///< A CSV file that names a scene for every clip; empty when there is a scene.
     bool isMatching = false;        ///< Find each clip's scene instead.
     MatchSettings match;            ///< How.
+    bool replaces = false;          ///< With isMatching: also where a clip says another scene.
+    bool onlyEmpty = false;         ///< Only where a clip says nothing of a scene.
     std::vector<std::string> clips; ///< Files and folders.
     bool recursive = false;
     BatchOptions batch;

@@ -1,5 +1,6 @@
 #include "clip/Sidecar.h"
 #include "Source.h"
+#include "clip/PlaceRules.h"
 #include "clip/SidecarConflicts.h"
 #include "host/clip/MadeChunks.h"
 
@@ -65,16 +66,60 @@ TEST_F(Sidecar, ForcedLeavesTheClipAlone) {
     EXPECT_TRUE(zonstory::ReadClip(clip, kForced).hasXMP);
 }
 
+// Says of each place what it takes for the other.
+class SourceSubject : public zonstory::Subject {
+public:
+    bool IsIn(const SXMPMeta& xmp) const override { return xmp.DoesPropertyExist(support::kDublinCore, "source"); }
+    void Copy(const SXMPMeta& from, SXMPMeta& to) const override {
+        std::string value;
+        from.GetProperty(support::kDublinCore, "source", &value, nullptr);
+        to.SetProperty(support::kDublinCore, "source", value);
+    }
+    void Withdraw(SXMPMeta& xmp, const SXMPMeta&) const override { xmp.DeleteProperty(support::kDublinCore, "source"); }
+    std::string Contradiction(const SXMPMeta&, const SXMPMeta&) const override { return "two sources"; }
+};
+
 TEST_F(Sidecar, OfAClipWhoseOwnPacketCannotBeChangedIsReadAndCleared) {
+    const SourceSubject subject;
+    zonstory::PlaceRules rules(subject);
+    ClipOptions options;
+    options.rules = &rules;
     const fs::path clip = mFolder / "A.wav";
     const std::string packet = R"(<rdf:RDF xmlns:rdf="http://www.w3.org/1999/02/22-rdf-syntax-ns#"/>)";
     support::WriteFile(
         clip, support::Chunk("RIFF", "WAVE" + support::Chunk("data", "pcm!") + support::Chunk("_PMX", packet)));
-    EXPECT_EQ(Update(clip, {}).target, zonstory::Target::Sidecar);
-    EXPECT_EQ(zonstory::ReadClip(clip, {}).target, zonstory::Target::Sidecar);
-    EXPECT_EQ(zonstory::UpdateClip(clip, {}, [](SXMPMeta& xmp) { xmp.DeleteProperty(support::kDublinCore, "source"); })
-                  .target,
-              zonstory::Target::Sidecar);
+    EXPECT_EQ(Update(clip, options).target, zonstory::Target::Sidecar);
+    EXPECT_EQ(zonstory::ReadClip(clip, options).target, zonstory::Target::Sidecar);
+    const auto clear = [](SXMPMeta& xmp) { xmp.DeleteProperty(support::kDublinCore, "source"); };
+    EXPECT_EQ(zonstory::UpdateClip(clip, options, clear).target, zonstory::Target::Sidecar);
+    EXPECT_EQ(support::NamesIn(mFolder.Path()).size(), 1u);
+}
+
+// A run that ends between the two changes leaves what was written last where it counts, and the next one goes on.
+TEST_F(Sidecar, TwoPlacesAreChangedInTheOrderThatLosesNothing) {
+    const SourceSubject subject;
+    zonstory::PlaceRules rules(subject);
+    ClipOptions options;
+    options.rules = &rules;
+    const fs::path clip = support::MakeClip(mFolder.Path(), support::SampleNamed("Wav"));
+    const std::string bytes = support::ReadFile(clip);
+    Update(clip, {}, "inside");
+    Update(clip, kForced, "beside");
+    EXPECT_EQ(zonstory::ReadClip(clip, options).contradiction, "two sources");
+    EXPECT_EQ(Update(clip, options, "new").unsettled, zonstory::Target::Inside);
+    const zonstory::UpdateResult again = Update(clip, options, "new");
+    EXPECT_EQ(again.outcome, zonstory::Outcome::Unchanged);
+    ASSERT_EQ(again.unsettled, zonstory::Target::Inside);
+    zonstory::SettleClip(clip, *again.unsettled, options);
+    EXPECT_TRUE(support::ReadFile(clip) == bytes);
+    EXPECT_EQ(Update(clip, options, "new").unsettled, std::nullopt);
+
+    Update(clip, {}, "inside");
+    const auto clear = [](SXMPMeta& xmp) { xmp.DeleteProperty(support::kDublinCore, "source"); };
+    const zonstory::UpdateResult cleared = zonstory::UpdateClip(clip, options, clear);
+    EXPECT_TRUE(support::ReadFile(clip) == bytes) << "what counts less goes first";
+    ASSERT_EQ(cleared.unsettled, zonstory::Target::Sidecar);
+    zonstory::SettleClip(clip, *cleared.unsettled, options);
     EXPECT_EQ(support::NamesIn(mFolder.Path()).size(), 1u);
 }
 
