@@ -1,6 +1,7 @@
 #include "cli/CommonOptions.h"
 
 #include <functional>
+#include <iterator>
 #include <stdexcept>
 #include <utility>
 
@@ -61,6 +62,7 @@ void AddJournal(CLI::App& command, JournalOptions& journal) {
     command.add_flag_callback(
         "--no-journal", [&journal] { journal.isKept = false; }, "Record nothing; the run cannot be undone");
     std::vector<std::pair<std::string, HashKind>> kinds;
+    kinds.reserve(std::size(kHashKinds));
     for (const HashKind kind : kHashKinds) {
         kinds.emplace_back(HashName(kind), kind);
     }

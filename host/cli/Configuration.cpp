@@ -57,7 +57,7 @@ std::vector<Line> ReadLines(const std::string& file) {
             section = trimmed;
             continue;
         }
-        std::istringstream one(section + '\n' + text);
+        std::istringstream one(fmt::format("{}\n{}", section, text));
         for (CLI::ConfigItem& item : CLI::ConfigTOML().from_config(one)) {
             if (item.name != "++" && item.name != "--") { // a section's begin and end
                 lines.push_back({fmt::format("{}:{}", file, number), std::move(item)});
