@@ -95,8 +95,8 @@ void AppendHeading(const SceneContent& before, const SceneContent& after, Styled
 }
 
 void AppendChanges(const DiffFindings& diff, const SceneComparison& scene, bool words, StyledText& text) {
-    const SceneContent before = diff.Content(diff.oldScenes, scene.oldPosition);
-    const SceneContent after = diff.Content(diff.newScenes, scene.newPosition);
+    const SceneContent before = DiffFindings::Content(diff.oldScenes, scene.oldPosition);
+    const SceneContent after = DiffFindings::Content(diff.newScenes, scene.newPosition);
     if (scene.headingChanged) {
         AppendHeading(before, after, text);
     }
@@ -124,8 +124,8 @@ void AppendChanges(const DiffFindings& diff, const SceneComparison& scene, bool 
 }
 
 void AppendScene(const DiffFindings& diff, const SceneComparison& scene, bool words, StyledText& text) {
-    const SceneContent content = scene.newPosition ? diff.Content(diff.newScenes, scene.newPosition)
-                                                   : diff.Content(diff.oldScenes, scene.oldPosition);
+    const SceneContent content = scene.newPosition ? DiffFindings::Content(diff.newScenes, scene.newPosition)
+                                                   : DiffFindings::Content(diff.oldScenes, scene.oldPosition);
     const std::string state =
         std::string(SceneStateWord(scene)) + (scene.isMoved && scene.state != SceneState::Moved ? ", moved" : "");
     const std::string revision = diff.Revision(scene).empty() ? "" : "  (" + diff.Revision(scene) + ")";

@@ -108,7 +108,7 @@ int RunReport(const ReportOptions& options, Output& output) {
         const bool allMatched = covered.coverage.unknown.empty() && covered.coverage.ambiguous.empty();
         exitCode = !covered.allRead ? kSomeFailed : allMatched ? kDone : kUnmatched;
     }
-    const std::string page = Fill(text, options.templateFile, PageData(input));
+    std::string page = Fill(text, options.templateFile, PageData(input));
     DeliverResult({Format::Text, options.target}, {"report", [&] { return page; }, nullptr, nullptr}, output);
     return exitCode;
 }

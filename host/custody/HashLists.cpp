@@ -110,13 +110,14 @@ HashLists::Folder* HashLists::FindFolder(fs::path path) {
         }
         path = path.parent_path();
     }
-    for (auto next = fresh.rbegin(); next != fresh.rend(); ++next) {
+    std::reverse(fresh.begin(), fresh.end()); // from the top
+    for (const fs::path& next : fresh) {
         auto folder = std::make_unique<Folder>();
-        folder->path = *next;
+        folder->path = next;
         folder->above = above;
         ReadLists(*folder);
         above = folder.get();
-        mFolders.emplace(next->native(), std::move(folder));
+        mFolders.emplace(next.native(), std::move(folder));
     }
     return above;
 }

@@ -71,8 +71,8 @@ public:
 /// The entry as a line, with its end.
 std::string LineOf(const JournalEntry& entry);
 
-/// @param line  Of any origin, without its end.
+/// @param text  A line of any origin, without its end.
 /// @throws EntryError
-JournalEntry EntryIn(std::string_view line);
+JournalEntry EntryIn(std::string_view text);
 
 } // namespace zonstory

@@ -141,12 +141,12 @@ Place PlaceOf(const std::vector<Word>& words) {
 
 // By the last word that tells: "NIGHT CLUB - DAY" is by day.
 Daylight LightOf(const std::vector<Word>& words) {
-    for (auto word = words.rbegin(); word != words.rend(); ++word) {
-        if (const auto* row = Find(kLightWords, word->text); row != std::end(kLightWords)) {
-            return row->light;
-        }
+    Daylight light = Daylight::Untold;
+    for (const Word& word : words) {
+        const auto* const row = Find(kLightWords, word.text);
+        light = row == std::end(kLightWords) ? light : row->light;
     }
-    return Daylight::Untold;
+    return light;
 }
 
 } // namespace
