@@ -13,8 +13,8 @@ mkdir "$work/rushes"
 fail() { echo "$1" >&2; exit 1; }
 
 browse() { # OPTIONS... FILE: what the browser prints of a page; its console goes to console.txt
-    timeout 60 "$browser" --headless --no-sandbox --disable-gpu --hide-scrollbars --no-first-run --disable-extensions \
-        --user-data-dir="$work/profile" --enable-logging=stderr --virtual-time-budget=20000 "$@" 2>"$work/console.txt" ||
+    timeout 60 "$browser" --headless --no-sandbox --disable-gpu --disable-dev-shm-usage --hide-scrollbars --no-first-run \
+        --disable-extensions --user-data-dir="$work/profile" --enable-logging=stderr --virtual-time-budget=20000 "$@" 2>"$work/console.txt" ||
         { cat "$work/console.txt"; fail "the browser failed"; }
     if grep CONSOLE "$work/console.txt"; then fail "the console is not silent"; fi
 }
