@@ -93,7 +93,10 @@ void CheckSheet(std::string_view bytes, const std::string& value, bool replace) 
         texts.resize(wanted[row].size());
         REQUIRE(texts == wanted[row]);
     }
-    REQUIRE(FillSheet(filled, columns, values, replace).edits.empty());
+    // What its encoding could not carry, a file may, once the last text that told the encoding has been replaced.
+    const bool isAllWritten = std::none_of(filling.cells.begin(), filling.cells.end(),
+                                           [](const CellChange& cell) { return cell.state == CellState::Unwritable; });
+    REQUIRE(!isAllWritten || FillSheet(filled, columns, values, replace).edits.empty());
 }
 
 void CheckXml(std::string_view bytes, const std::string& value, bool replace) {

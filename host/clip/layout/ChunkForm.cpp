@@ -68,6 +68,9 @@ ChunkForm ReadForm(const ByteReader& file, ChunkOrder order, std::uint64_t offse
         throw NoExactWay("its length was never filled in");
     }
     form.end = offset + kChunkHeader + std::min(form.size, room);
+    if (form.longSizes.Exist() && form.end < form.longSizes.Chunk().End()) {
+        throw NoExactWay("its length and that of its \"ds64\" chunk contradict each other");
+    }
     Chunks chunks(file, order, {form.begin, form.end - form.begin}, &form.longSizes);
     std::uint64_t before = form.begin;
     while (const std::optional<Chunk> chunk = chunks.Next()) {
